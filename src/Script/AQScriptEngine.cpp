@@ -167,6 +167,20 @@ void waitForSimulation()
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
+int countLines(const QString& file)
+{
+    QFile f(file);
+    if (!f.open(QIODevice::ReadOnly))
+        return 0;
+    QTextStream in(&f);
+    int lines = 0;
+    while (!in.atEnd()) {
+        in.readLine();
+        ++lines;
+    }
+    return lines;
+}
+
 bool builtinOpenScriptFileForReplay(const QString& file, int interval, int version)
 {
     ScriptEngineState& s = engineState();
@@ -197,6 +211,7 @@ bool builtinOpenScriptFileForReplay(const QString& file, int interval, int versi
         return true;
     }
 
+    const int total = s.progress ? countLines(file) : 0;
     for (int n = 0;; ++n) {
         if (s.abort) {
             Pvt::closeScriptAndJournal();
@@ -212,6 +227,8 @@ bool builtinOpenScriptFileForReplay(const QString& file, int interval, int versi
             return false;
         }
 
+        if (s.progress)
+            s.progress(n + 1, total);
         AQScripts::processNextModelessScriptCommand(tokens);
 
         const bool ignorePause = tokens.size() >= 3 && AQScripts::isIgnoreScriptIntervalCommand(tokens.at(1), tokens.at(2));
@@ -291,6 +308,11 @@ void AQInitializeNonVelmoraScripting(const char* baseName, bool useHostJournal, 
         s.hostJournal = true;
     }
     AQScripts::includeScriptCommandsInJournal(true);
+}
+
+void AQSetReplayProgressFunc(std::function<void(int line, int total)> func)
+{
+    engineState().progress = std::move(func);
 }
 
 void AQSetJournalRecordFunc(void (*func)(void*, int, int, const char*))

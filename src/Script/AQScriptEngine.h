@@ -4,6 +4,7 @@
 
 #include "Script/AQScriptBackend.h"
 
+#include <functional>
 #include <string>
 
 namespace QtUIBase {
@@ -31,5 +32,10 @@ ORVEXQTUIBASE_EXPORT void AQSetCommandtoScript(const std::string& line);
 /// Reports the result of a host command: a failure ends the journal with
 /// "error info:" + @p message, after which the journal takes nothing more.
 ORVEXQTUIBASE_EXPORT void AQSetScriptCommandResult(bool ok, const std::string& message);
+
+/// Called by the built-in replay after each line it has read, with the
+/// 1-based line number and the number of lines of the script; lets a host
+/// show the progress of a replay. An empty function switches it off.
+ORVEXQTUIBASE_EXPORT void AQSetReplayProgressFunc(std::function<void(int line, int total)> func);
 
 } // namespace QtUIBase

@@ -10,6 +10,7 @@
 #include <QTextStream>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 namespace QtUIBase {
@@ -39,6 +40,7 @@ struct ScriptEngineState
     QFile fixedScriptFile;
     std::unique_ptr<QTextStream> fixedScriptStream;
     int reportCounter = 1;
+    std::function<void(int, int)> progress;
 };
 
 ScriptEngineState& engineState();
