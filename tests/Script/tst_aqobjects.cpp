@@ -1,0 +1,310 @@
+#include <Script/AQObjects.h>
+#include <Script/AQScripts.h>
+
+#include <QDialog>
+#include <QPushButton>
+#include <QtTest>
+
+#include <memory>
+
+using namespace QtUIBase;
+
+class tst_AQObjects : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void registrationName_data();
+    void registrationName();
+    void sameNameUnderTwoParents();
+    void twoNameLookup_data();
+    void twoNameLookup();
+    void fieldWindowsPreferLastRegistered_data();
+    void fieldWindowsPreferLastRegistered();
+    void caseInsensitiveOption_data();
+    void caseInsensitiveOption();
+    void destroyingRemovesChildrenAndShiftsIds();
+    void explicitRemoveTakesRegisteredChildrenStillAlive();
+    void removeTransitiveThroughSetParentObject();
+    void duplicateRegistration();
+    void getObjectPtrByIdAndHint();
+    void outOfRangeIds_data();
+    void outOfRangeIds();
+    void setParentObjectKeepsRegisteredParent();
+    void dialogActive();
+
+private:
+    std::vector<std::unique_ptr<QObject>> m_owned;
+    int m_baseCount = 0;
+
+    QObject* make(const QString& name, QObject* parent = nullptr)
+    {
+        auto* obj = new QObject(parent);
+        if (!parent)
+            m_owned.emplace_back(obj);
+        AQObjects::add(obj, name);
+        return obj;
+    }
+};
+
+void tst_AQObjects::init()
+{
+    m_baseCount = AQObjects::count();
+    AQScripts::setCaseInsensitiveFind(false);
+}
+
+void tst_AQObjects::cleanup()
+{
+    m_owned.clear();
+    AQScripts::setCaseInsensitiveFind(false);
+    QCOMPARE(AQObjects::count(), m_baseCount);
+}
+
+void tst_AQObjects::registrationName_data()
+{
+    QTest::addColumn<QString>("initialName");
+    QTest::addColumn<QString>("scriptName");
+    QTest::addColumn<QString>("expectedName");
+
+    QTest::newRow("blank becomes underscore") << "" << "Apply Button" << "Apply_Button";
+    QTest::newRow("every blank") << "" << " a  b " << "_a__b_";
+    QTest::newRow("empty keeps object name") << "kept" << "" << "kept";
+    QTest::newRow("name replaces object name") << "old" << "new" << "new";
+}
+
+void tst_AQObjects::registrationName()
+{
+    QFETCH(QString, initialName);
+    QFETCH(QString, scriptName);
+    QFETCH(QString, expectedName);
+
+    auto obj = std::make_unique<QObject>();
+    obj->setObjectName(initialName);
+    AQObjects::add(obj.get(), scriptName);
+    QCOMPARE(obj->objectName(), expectedName);
+    const int id = AQObjects::find(expectedName);
+    QCOMPARE(id, AQObjects::count() - 1);
+    QCOMPARE(AQObjects::find(obj.get()), id);
+    QCOMPARE(AQObjects::getObjectInstanceName(id), expectedName);
+    if (scriptName.contains(QLatin1Char(' ')))
+        QCOMPARE(AQObjects::find(scriptName), -1);
+}
+
+void tst_AQObjects::sameNameUnderTwoParents()
+{
+    QObject* first = make(QStringLiteral("First"));
+    QObject* second = make(QStringLiteral("Second"));
+    QObject* okA = make(QStringLiteral("OK"), first);
+    QObject* okB = make(QStringLiteral("OK"), second);
+
+    QCOMPARE(AQObjects::getObjectPtr(AQObjects::find(QStringLiteral("OK"))), okA);
+    QCOMPARE(AQObjects::getObjectPtr(AQObjects::find(QStringLiteral("First"), QStringLiteral("OK"))), okA);
+    QCOMPARE(AQObjects::getObjectPtr(AQObjects::find(QStringLiteral("Second"), QStringLiteral("OK"))), okB);
+    QCOMPARE(AQObjects::getObjectPtr(AQObjects::find(second, QStringLiteral("OK"))), okB);
+    QCOMPARE(AQObjects::find(QStringLiteral("Third"), QStringLiteral("OK")), -1);
+}
+
+void tst_AQObjects::twoNameLookup_data()
+{
+    QTest::addColumn<QString>("parentName");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("expectedChild"); // index into the children made below, -1 none
+
+    QTest::newRow("direct child") << "Window" << "Apply" << 0;
+    QTest::newRow("grandchild is not a child") << "Window" << "Inner" << -1;
+    QTest::newRow("grandchild under its parent") << "Panel" << "Inner" << 2;
+    QTest::newRow("unknown parent") << "Nowhere" << "Apply" << -1;
+    QTest::newRow("unknown child") << "Window" << "Nothing" << -1;
+    QTest::newRow("names are case-sensitive") << "window" << "Apply" << -1;
+}
+
+void tst_AQObjects::twoNameLookup()
+{
+    QFETCH(QString, parentName);
+    QFETCH(QString, name);
+    QFETCH(int, expectedChild);
+
+    QObject* window = make(QStringLiteral("Window"));
+    QObject* panel = make(QStringLiteral("Panel"), window);
+    const QList<QObject*> children{make(QStringLiteral("Apply"), window), panel,
+                                   make(QStringLiteral("Inner"), panel)};
+    const int id = AQObjects::find(parentName, name);
+    if (expectedChild < 0)
+        QCOMPARE(id, -1);
+    else
+        QCOMPARE(AQObjects::getObjectPtr(id), children.at(expectedChild));
+}
+
+void tst_AQObjects::fieldWindowsPreferLastRegistered_data()
+{
+    QTest::addColumn<QString>("windowName");
+    QTest::addColumn<bool>("lastWins");
+
+    QTest::newRow("EMFieldWindow") << "EMFieldWindow" << true;
+    QTest::newRow("ThermalFieldWindow") << "ThermalFieldWindow" << true;
+    QTest::newRow("any other window") << "MeshWindow" << false;
+}
+
+void tst_AQObjects::fieldWindowsPreferLastRegistered()
+{
+    QFETCH(QString, windowName);
+    QFETCH(bool, lastWins);
+
+    QObject* older = make(windowName);
+    QObject* olderChild = make(QStringLiteral("Plot"), older);
+    QObject* newer = make(windowName);
+    QObject* newerChild = make(QStringLiteral("Plot"), newer);
+
+    const int id = AQObjects::find(windowName, QStringLiteral("Plot"));
+    QCOMPARE(AQObjects::getObjectPtr(id), lastWins ? newerChild : olderChild);
+    QCOMPARE(AQObjects::getObjectPtr(AQObjects::forwardfindobjectID(windowName, QStringLiteral("Plot"))), olderChild);
+    QCOMPARE(AQObjects::getObjectPtr(AQObjects::reversefindobjectID(windowName, QStringLiteral("Plot"))), newerChild);
+}
+
+void tst_AQObjects::caseInsensitiveOption_data()
+{
+    QTest::addColumn<bool>("option");
+    QTest::addColumn<bool>("pairFound");
+
+    QTest::newRow("off") << false << false;
+    QTest::newRow("on") << true << true;
+}
+
+void tst_AQObjects::caseInsensitiveOption()
+{
+    QFETCH(bool, option);
+    QFETCH(bool, pairFound);
+
+    QObject* dialog = make(QStringLiteral("SetupDialog"));
+    QObject* button = make(QStringLiteral("ApplyButton"), dialog);
+    AQScripts::setCaseInsensitiveFind(option);
+
+    const int id = AQObjects::find(QStringLiteral("setupdialog"), QStringLiteral("applybutton"));
+    QCOMPARE(id >= 0, pairFound);
+    if (pairFound)
+        QCOMPARE(AQObjects::getObjectPtr(id), button);
+    // Single-name lookups never ignore case.
+    QCOMPARE(AQObjects::find(QStringLiteral("applybutton")), -1);
+    QCOMPARE(AQObjects::getObjectPtr(0, QStringLiteral("applybutton")), nullptr);
+}
+
+void tst_AQObjects::destroyingRemovesChildrenAndShiftsIds()
+{
+    QObject* before = make(QStringLiteral("Before"));
+    auto* dialog = new QDialog;
+    AQObjects::add(dialog, QStringLiteral("Dialog"));
+    auto* ok = new QPushButton(dialog);
+    AQObjects::add(ok, QStringLiteral("OK"));
+    QObject* after = make(QStringLiteral("After"));
+
+    const int afterId = AQObjects::find(after);
+    delete dialog;
+    QCOMPARE(AQObjects::find(QStringLiteral("Dialog")), -1);
+    QCOMPARE(AQObjects::find(QStringLiteral("OK")), -1);
+    QCOMPARE(AQObjects::find(after), afterId - 2);
+    QVERIFY(AQObjects::find(before) >= 0);
+}
+
+void tst_AQObjects::explicitRemoveTakesRegisteredChildrenStillAlive()
+{
+    QObject* window = make(QStringLiteral("Window"));
+    QObject* child = make(QStringLiteral("Child"), window);
+    QObject* grandChild = make(QStringLiteral("GrandChild"), child);
+    QObject* other = make(QStringLiteral("Other"));
+
+    AQObjects::remove(window);
+    QCOMPARE(AQObjects::find(window), -1);
+    QCOMPARE(AQObjects::find(child), -1);
+    QCOMPARE(AQObjects::find(grandChild), -1);
+    QVERIFY(AQObjects::find(other) >= 0);
+    // The children's own destruction later finds nothing left to remove.
+    delete child;
+    QVERIFY(AQObjects::find(other) >= 0);
+}
+
+void tst_AQObjects::removeTransitiveThroughSetParentObject()
+{
+    QObject* host = make(QStringLiteral("Host"));
+    QObject* floating = make(QStringLiteral("Floating")); // no Qt parent
+    AQObjects::setParentObject(AQObjects::find(floating), host);
+    QCOMPARE(AQObjects::getParentObjectPtr(AQObjects::find(floating)), host);
+
+    AQObjects::remove(host);
+    QCOMPARE(AQObjects::find(floating), -1);
+}
+
+void tst_AQObjects::duplicateRegistration()
+{
+    QObject* obj = make(QStringLiteral("Twice"));
+    AQObjects::add(obj, QStringLiteral("Twice"));
+    const int first = AQObjects::find(obj);
+    QCOMPARE(AQObjects::getObjectPtr(first + 1), obj);
+    // Both entries go with the object.
+    m_owned.clear();
+    QCOMPARE(AQObjects::find(QStringLiteral("Twice")), -1);
+}
+
+void tst_AQObjects::getObjectPtrByIdAndHint()
+{
+    QObject* first = make(QStringLiteral("ToolBar_DropButton"));
+    QObject* second = make(QStringLiteral("Second"));
+    const int secondId = AQObjects::find(second);
+    QCOMPARE(AQObjects::getObjectPtr(secondId), second);
+    // A name overrides the id.
+    QCOMPARE(AQObjects::getObjectPtr(secondId, QStringLiteral("ToolBar_DropButton")), first);
+    QCOMPARE(AQObjects::getObjectPtr(secondId, QStringLiteral("Missing")), nullptr);
+}
+
+void tst_AQObjects::outOfRangeIds_data()
+{
+    QTest::addColumn<int>("offset");
+    QTest::newRow("size") << 0;
+    QTest::newRow("past size") << 5;
+}
+
+void tst_AQObjects::outOfRangeIds()
+{
+    QFETCH(int, offset);
+    const int id = AQObjects::count() + offset;
+    QCOMPARE(AQObjects::getObjectInstanceName(id), QString());
+    QCOMPARE(AQObjects::getObjectPtr(id), nullptr);
+    QCOMPARE(AQObjects::getParentObjectPtr(id), nullptr);
+    QCOMPARE(AQObjects::getObjectPtr(-1), nullptr);
+    AQObjects::setParentObject(id, this); // must not crash
+}
+
+void tst_AQObjects::setParentObjectKeepsRegisteredParent()
+{
+    QObject* registered = make(QStringLiteral("Registered"));
+    QObject* child = make(QStringLiteral("Child"), registered);
+    QObject* stranger = make(QStringLiteral("Stranger"));
+
+    AQObjects::setParentObject(AQObjects::find(child), stranger);
+    QCOMPARE(AQObjects::getParentObjectPtr(AQObjects::find(child)), registered);
+
+    // An unregistered Qt parent is replaced.
+    QObject unregistered;
+    auto* orphan = new QObject(&unregistered);
+    AQObjects::add(orphan, QStringLiteral("Orphan"));
+    AQObjects::setParentObject(AQObjects::find(orphan), stranger);
+    QCOMPARE(AQObjects::getParentObjectPtr(AQObjects::find(orphan)), stranger);
+}
+
+void tst_AQObjects::dialogActive()
+{
+    QDialog dialog;
+    AQObjects::add(&dialog, QStringLiteral("Active Dialog"));
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(AQObjects::dialogActive(QStringLiteral("Active_Dialog")));
+    QVERIFY(dialog.isVisible());
+    QVERIFY(!AQObjects::dialogActive(QStringLiteral("Missing_Dialog")));
+    // A registered object that is no widget is not "active".
+    make(QStringLiteral("PlainObject"));
+    QVERIFY(!AQObjects::dialogActive(QStringLiteral("PlainObject")));
+}
+
+QTEST_MAIN(tst_AQObjects)
+#include "tst_aqobjects.moc"
