@@ -286,6 +286,7 @@ void AQInitializeNonVelmoraScripting(const char* baseName, bool useHostJournal, 
     AQSetScriptBackendHooks(AQBuiltinScriptBackendHooks());
     ScriptEngineState& s = engineState();
     if (!useHostJournal) {
+        s.hostJournal = false;
         const QString fileName = QString::fromLocal8Bit(baseName) + QLatin1String(".jrl");
         if (openJournal) {
             // A second initialisation (each replay from the scripting dialog
