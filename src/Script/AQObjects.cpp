@@ -18,12 +18,55 @@ void AQObjects::add(QObject* obj, const QString& name)
         obj->setObjectName(scriptName);
     }
     s_instance.m_entries.push_back(Entry{obj, obj->parent()});
+    if (s_instance.m_indexValid)
+        s_instance.indexEntry(static_cast<int>(s_instance.m_entries.size()) - 1);
     connect(obj, &QObject::destroyed, &s_instance, &AQObjects::onDestroyed, Qt::UniqueConnection);
+    connect(obj, &QObject::objectNameChanged, &s_instance, &AQObjects::onObjectNameChanged, Qt::UniqueConnection);
+}
+
+void AQObjects::indexEntry(int id)
+{
+    const Entry& entry = m_entries[static_cast<std::size_t>(id)];
+    if (!entry.object)
+        return;
+    m_byName[entry.object->objectName()].append(id);
+    m_byObject[entry.object].append(id);
+}
+
+void AQObjects::ensureIndex()
+{
+    if (m_indexValid)
+        return;
+    m_byName.clear();
+    m_byObject.clear();
+    for (int id = 0; id < static_cast<int>(m_entries.size()); ++id)
+        indexEntry(id);
+    m_indexValid = true;
+}
+
+const QVector<int>* AQObjects::idsNamed(const QString& name)
+{
+    ensureIndex();
+    const auto it = m_byName.constFind(name);
+    return it == m_byName.constEnd() ? nullptr : &it.value();
+}
+
+const QVector<int>* AQObjects::idsOf(const QObject* obj)
+{
+    ensureIndex();
+    const auto it = m_byObject.constFind(obj);
+    return it == m_byObject.constEnd() ? nullptr : &it.value();
+}
+
+void AQObjects::onObjectNameChanged()
+{
+    m_indexValid = false;
 }
 
 void AQObjects::remove(const QObject* obj)
 {
     auto& entries = s_instance.m_entries;
+    const std::size_t sizeBefore = entries.size();
     std::vector<const QObject*> work{obj};
     // Index-based: the work list grows while it is walked.
     for (std::size_t w = 0; w < work.size(); ++w) {
@@ -37,6 +80,9 @@ void AQObjects::remove(const QObject* obj)
             }
         }
     }
+    // Ids after a removed entry shift: the index is rebuilt when next asked.
+    if (entries.size() != sizeBefore)
+        s_instance.m_indexValid = false;
 }
 
 void AQObjects::onDestroyed(QObject* obj)
@@ -46,30 +92,24 @@ void AQObjects::onDestroyed(QObject* obj)
 
 int AQObjects::find(const QString& name)
 {
-    const auto& entries = s_instance.m_entries;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (entries[i].object && entries[i].object->objectName() == name)
-            return static_cast<int>(i);
-    }
-    return -1;
+    const QVector<int>* ids = s_instance.idsNamed(name);
+    return ids ? ids->first() : -1;
 }
 
 int AQObjects::find(const QObject* obj)
 {
-    const auto& entries = s_instance.m_entries;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (entries[i].object == obj)
-            return static_cast<int>(i);
-    }
-    return -1;
+    const QVector<int>* ids = s_instance.idsOf(obj);
+    return ids ? ids->first() : -1;
 }
 
 int AQObjects::find(const QObject* parent, const QString& name)
 {
-    const auto& entries = s_instance.m_entries;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (entries[i].parent == parent && entries[i].object && entries[i].object->objectName() == name)
-            return static_cast<int>(i);
+    const QVector<int>* ids = s_instance.idsNamed(name);
+    if (!ids)
+        return -1;
+    for (int id : *ids) {
+        if (s_instance.m_entries[static_cast<std::size_t>(id)].parent == parent)
+            return id;
     }
     return -1;
 }
@@ -101,6 +141,29 @@ bool AQObjects::namesMatch(const QString& a, const QString& b)
 }
 
 int AQObjects::findPair(const QString& parentName, const QString& name, bool fromLast)
+{
+    // Ignoring case, the first match may be spelled differently from the
+    // name asked for: the index by exact name cannot answer that.
+    if (AQScripts::doCaseInsensitiveFind())
+        return scanPair(parentName, name, fromLast);
+    const QVector<int>* parents = s_instance.idsNamed(parentName);
+    const QVector<int>* children = s_instance.idsNamed(name);
+    if (!parents || !children)
+        return -1;
+    const auto& entries = s_instance.m_entries;
+    const QObject* parent = entries[static_cast<std::size_t>(fromLast ? parents->last() : parents->first())].object;
+    if (!parent)
+        return -1;
+    const int count = children->size();
+    for (int k = 0; k < count; ++k) {
+        const int id = children->at(fromLast ? count - 1 - k : k);
+        if (entries[static_cast<std::size_t>(id)].parent == parent)
+            return id;
+    }
+    return -1;
+}
+
+int AQObjects::scanPair(const QString& parentName, const QString& name, bool fromLast)
 {
     const auto& entries = s_instance.m_entries;
     const int size = static_cast<int>(entries.size());
@@ -136,7 +199,7 @@ QObject* AQObjects::getObjectPtr(int id, const QString& name)
 {
     if (!name.isEmpty()) {
         const int byName = find(name);
-        return byName < 0 ? nullptr : s_instance.m_entries[byName].object;
+        return byName < 0 ? nullptr : s_instance.m_entries[static_cast<std::size_t>(byName)].object;
     }
     const auto& entries = s_instance.m_entries;
     if (id < 0 || id >= static_cast<int>(entries.size()))

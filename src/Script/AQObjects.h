@@ -2,8 +2,10 @@
 
 #include "OrvexQtUIBase_export.h"
 
+#include <QHash>
 #include <QObject>
 #include <QString>
+#include <QVector>
 
 #include <vector>
 
@@ -22,6 +24,11 @@ namespace QtUIBase {
  * Entries are removed when their object is destroyed, together with every
  * entry whose parent is a removed object (transitively), even while those
  * children are still alive.
+ *
+ * Lookups answer exactly what a scan of the list in registration order
+ * would; behind them, an index by name and by object is rebuilt whenever an
+ * entry goes or a registered object is renamed, so replaying against
+ * thousands of registered widgets does not scan them all for every line.
  */
 class ORVEXQTUIBASE_EXPORT AQObjects : public QObject
 {
@@ -63,6 +70,7 @@ public:
 
 private Q_SLOTS:
     void onDestroyed(QObject* obj);
+    void onObjectNameChanged();
 
 private:
     struct Entry
@@ -74,8 +82,17 @@ private:
     AQObjects() = default;
     static bool namesMatch(const QString& a, const QString& b);
     static int findPair(const QString& parentName, const QString& name, bool fromLast);
+    static int scanPair(const QString& parentName, const QString& name, bool fromLast);
+    // Ids registered under a name / for an object, ascending; null when none.
+    const QVector<int>* idsNamed(const QString& name);
+    const QVector<int>* idsOf(const QObject* obj);
+    void indexEntry(int id);
+    void ensureIndex();
 
     std::vector<Entry> m_entries;
+    QHash<QString, QVector<int>> m_byName;
+    QHash<const QObject*, QVector<int>> m_byObject;
+    bool m_indexValid = true;
 
     static AQObjects s_instance;
 };

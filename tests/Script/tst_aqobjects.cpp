@@ -2,7 +2,9 @@
 #include <Script/AQScripts.h>
 
 #include <QDialog>
+#include <QPointer>
 #include <QPushButton>
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <memory>
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void outOfRangeIds();
     void setParentObjectKeepsRegisteredParent();
     void dialogActive();
+    void lookupsAgreeWithRegistrationOrderScan();
 
 private:
     std::vector<std::unique_ptr<QObject>> m_owned;
@@ -304,6 +307,78 @@ void tst_AQObjects::dialogActive()
     // A registered object that is no widget is not "active".
     make(QStringLiteral("PlainObject"));
     QVERIFY(!AQObjects::dialogActive(QStringLiteral("PlainObject")));
+}
+
+// Reference answers computed from the entries in registration order only.
+namespace {
+int scanName(const QString& name)
+{
+    for (int i = 0; i < AQObjects::count(); ++i)
+        if (AQObjects::getObjectInstanceName(i) == name)
+            return i;
+    return -1;
+}
+
+int scanPair(const QString& parentName, const QString& name, bool fromLast)
+{
+    const int n = AQObjects::count();
+    const QObject* parent = nullptr;
+    for (int k = 0; k < n && !parent; ++k) {
+        const int i = fromLast ? n - 1 - k : k;
+        if (AQObjects::getObjectInstanceName(i) == parentName)
+            parent = AQObjects::getObjectPtr(i);
+    }
+    for (int k = 0; k < n && parent; ++k) {
+        const int i = fromLast ? n - 1 - k : k;
+        if (AQObjects::getParentObjectPtr(i) == parent && AQObjects::getObjectInstanceName(i) == name)
+            return i;
+    }
+    return -1;
+}
+} // namespace
+
+void tst_AQObjects::lookupsAgreeWithRegistrationOrderScan()
+{
+    QRandomGenerator random(20261122);
+    const QStringList names{"A", "B", "C", "EMFieldWindow", "D"};
+    std::vector<QPointer<QObject>> alive;
+    auto owner = std::make_unique<QObject>(); // unregistered: roots count as parentless
+    for (int step = 0; step < 3000; ++step) {
+        const int op = random.bounded(10);
+        const QString name = names.at(random.bounded(names.size()));
+        QObject* some = alive.empty() ? nullptr : alive[random.bounded(int(alive.size()))].data();
+        if (op < 4 || alive.empty()) {
+            QObject* obj = nullptr;
+            if (some && random.bounded(2)) {
+                obj = new QObject(some);
+            } else {
+                obj = new QObject(owner.get());
+            }
+            AQObjects::add(obj, name);
+            alive.emplace_back(obj);
+        } else if (op == 4 && some) {
+            some->setObjectName(name); // renamed after registration
+        } else if (op == 5 && some) {
+            delete some;
+        } else if (op == 6 && some) {
+            AQObjects::remove(some);
+        } else if (op == 7 && some) {
+            AQObjects::add(some, QString()); // a second entry
+        } else {
+            const QString other = names.at(random.bounded(names.size()));
+            QCOMPARE(AQObjects::find(name), scanName(name));
+            QCOMPARE(AQObjects::forwardfindobjectID(other, name), scanPair(other, name, false));
+            QCOMPARE(AQObjects::reversefindobjectID(other, name), scanPair(other, name, true));
+            if (some) {
+                int expected = -1;
+                for (int i = 0; i < AQObjects::count() && expected < 0; ++i)
+                    if (AQObjects::getObjectPtr(i) == some)
+                        expected = i;
+                QCOMPARE(AQObjects::find(some), expected);
+            }
+        }
+    }
+    owner.reset();
 }
 
 QTEST_MAIN(tst_AQObjects)
