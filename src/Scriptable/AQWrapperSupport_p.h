@@ -1,0 +1,91 @@
+#pragma once
+
+// The pieces every scriptable wrapper shares: registration, the
+// record-then-emit step of the handler slots and the fixed argument words.
+// Not installed: only the wrappers' own sources use it.
+
+#include "Script/AQObjects.h"
+#include "Script/AQRecordingGuard.h"
+#include "Script/AQScripts.h"
+#include "Scriptable/AQScriptableLineEdit.h"
+
+#include <QCheckBox>
+#include <QMetaMethod>
+#include <QString>
+#include <QStringList>
+
+#include <utility>
+
+namespace QtUIBase {
+namespace Wrapper {
+
+/// Registers @p object under @p name when @p scriptable; answers @p scriptable
+/// so constructors can go on to connect their signals.
+inline bool registerIfScriptable(QObject* object, const QString& name, bool scriptable)
+{
+    if (scriptable)
+        AQObjects::add(object, name);
+    return scriptable;
+}
+
+/// Hands one operation to the engine, which decides whether it is written,
+/// then runs @p emitSignal with recording suppressed: whatever the
+/// application does in reaction is redone by replaying this one record, so
+/// it must not be recorded again.
+template <typename Emit>
+void recordThenEmit(const QObject* object, const QString& signal, const QStringList& args, Emit&& emitSignal)
+{
+    AQScripts::recordSignal(object, signal, args);
+    withRecordingSuppressed(std::forward<Emit>(emitSignal));
+}
+
+/// Text typed into a line edit and not yet committed is recorded before the
+/// operation that is about to use it.
+inline void flushPendingLineEdit()
+{
+    if (AQScriptableLineEdit* edit = AQScripts::getLineEditToRecord())
+        edit->emitEditingFinished(false);
+}
+
+template <typename Signal>
+bool isSignal(const QMetaMethod& method, Signal signal)
+{
+    return method == QMetaMethod::fromSignal(signal);
+}
+
+// Argument words of script lines; replay compares them case-sensitively.
+inline QString onOff(bool on) { return on ? QStringLiteral("on") : QStringLiteral("off"); }
+inline QString trueFalse(bool on) { return on ? QStringLiteral("true") : QStringLiteral("false"); }
+/// "on" for a checked button; an unchecked one writes no argument at all.
+inline QStringList onOrNothing(bool on) { return on ? QStringList{QStringLiteral("on")} : QStringList(); }
+inline QString decimal(int value) { return QString::number(value); }
+inline QString shortDouble(double value) { return QString::number(value, 'g', 6); }
+
+/// Replay of the two check-box wrappers: "clicked" sets the box checked
+/// for "true" and unchecked for any other word and reports the click;
+/// "stateChanged" sets the state only (AStateChanged follows from Qt's own
+/// stateChanged); other signals and argument counts are ignored.
+template <typename EmitClicked>
+void replayCheckBox(QCheckBox* box, const QString& signal, const QStringList& args, EmitClicked&& emitClicked)
+{
+    if (args.size() != 1)
+        return;
+    if (signal == QLatin1String("clicked")) {
+        const bool checked = args.first() == QLatin1String("true");
+        withRecordingSuppressed([&] {
+            box->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+            emitClicked(checked);
+        });
+    } else if (signal == QLatin1String("stateChanged")) {
+        const QString& word = args.first();
+        Qt::CheckState state = Qt::Checked;
+        if (word == QLatin1String("Unchecked"))
+            state = Qt::Unchecked;
+        else if (word == QLatin1String("PartiallyChecked"))
+            state = Qt::PartiallyChecked;
+        withRecordingSuppressed([&] { box->setCheckState(state); });
+    }
+}
+
+} // namespace Wrapper
+} // namespace QtUIBase
