@@ -20,7 +20,8 @@ namespace QtUIBase {
  * store, under its class name; closing saves them (own values not while a
  * script is recorded or replayed), records "closed" and writes "geometry"
  * and "Layout" to the state INI file. Replaying "closed" closes and
- * deletes the window. Subclasses keep values of their own by overriding
+ * deletes the window. close() unregisters the window before closing it, so
+ * only a close by the user (the title bar) is recorded. Subclasses keep values of their own by overriding
  * SaveSettings() and RestoreSettings().
  */
 class ORVEXQTUIBASE_EXPORT MainWindow : public AQMainWindow, public SettingsSupport<MainWindow>, public IAQScriptable
