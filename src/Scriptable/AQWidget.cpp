@@ -1,6 +1,7 @@
 #include "Scriptable/AQWidget.h"
 
 #include "Script/AQObjects.h"
+#include "Script/AQRecordingGuard.h"
 #include "Script/AQScripts.h"
 
 #include <QCoreApplication>
@@ -74,7 +75,9 @@ void AQWidget::mouseReleaseEvent(QMouseEvent* event)
 void AQWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
     recordMouse("MouseDblClick", event, event->button());
-    QWidget::mouseDoubleClickEvent(event);
+    // Qt turns an unhandled double click into a press; that press follows
+    // from the double click and must not be replayed a second time.
+    withRecordingSuppressed([this, event] { QWidget::mouseDoubleClickEvent(event); });
 }
 
 void AQWidget::mouseMoveEvent(QMouseEvent* event)
@@ -162,7 +165,9 @@ void AQWidget::scriptReplay(const QString& signal, const QStringList& args)
             mime.setData(QLatin1String(dragDataType()), QByteArray::fromBase64(args.at(2).toLatin1()));
         QDropEvent event(QPointF(args.at(0).toInt(), args.at(1).toInt()), Qt::CopyAction | Qt::MoveAction, &mime,
                          Qt::NoButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(this, &event);
+        // The application passes drop events on only during a real drag, so
+        // the replayed drop is handed to the handler itself.
+        dropEvent(&event);
     } else if (signal == QLatin1String("closeEvent") && args.isEmpty()) {
         close();
     } else if (signal == QLatin1String("changeEvent") && args.size() == 1) {
