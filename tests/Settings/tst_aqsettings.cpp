@@ -39,7 +39,6 @@ private Q_SLOTS:
     void mainWindowDefaultAndStored();
     void fixedSizeFlagAndRestoreFixedState();
     void sanityCheckDockBringsFloatingDockBack();
-    void staticsAndCounters();
 
 private:
     static QRect available() { return QGuiApplication::primaryScreen()->availableGeometry(); }
@@ -298,22 +297,6 @@ void tst_AQSettings::sanityCheckDockBringsFloatingDockBack()
     QVERIFY2(area.contains(frame), qPrintable(QStringLiteral("%1,%2 %3x%4")
                                                   .arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height())));
     QCOMPARE(frame.right(), area.right());
-}
-
-void tst_AQSettings::staticsAndCounters()
-{
-    QMap<QString, QVector<int>> counts;
-    counts.insert(QStringLiteral("/a.scr"), {3});
-    AQSettings::setUIARecordCount(counts);
-    AQSettings::setUIAReplayCount(counts);
-    AQSettings::getUIAReplayCount()[QStringLiteral("/a.scr")][0] = 4; // a reference: the change stays
-    QCOMPARE(AQSettings::getUIAReplayCount().value(QStringLiteral("/a.scr")), QVector<int>{4});
-    QCOMPARE(AQSettings::getUIARecordCount().value(QStringLiteral("/a.scr")), QVector<int>{3});
-
-    const int before = AQSettings::getWindowLayout().size();
-    AQSettings::setWindowLayout(QStringLiteral("one"));
-    AQSettings::setWindowLayout(QStringLiteral("two"));
-    QCOMPARE(AQSettings::getWindowLayout().mid(before), (QList<QString>{QStringLiteral("one"), QStringLiteral("two")}));
 }
 
 QTEST_MAIN(tst_AQSettings)
