@@ -25,8 +25,16 @@ void AQDoubleSpinBox::scriptReplay(const QString& signal, const QStringList& arg
         return;
     bool ok = false;
     const double value = args.first().toDouble(&ok);
-    if (ok)
-        withRecordingSuppressed([&] { setValue(value); });
+    if (!ok)
+        return;
+    withRecordingSuppressed([&] {
+        const auto before = this->value();
+        setValue(value);
+        // Return in a spin box reports its value even when unchanged, and
+        // that report was recorded: replay reports it as well.
+        if (this->value() == before)
+            Q_EMIT AvalueChanged(before);
+    });
 }
 
 } // namespace QtUIBase

@@ -39,8 +39,16 @@ void AQSpinBox::scriptReplay(const QString& signal, const QStringList& args)
         return;
     bool ok = false;
     const int value = args.first().toInt(&ok, 10);
-    if (ok)
-        withRecordingSuppressed([&] { setValue(value); });
+    if (!ok)
+        return;
+    withRecordingSuppressed([&] {
+        const auto before = this->value();
+        setValue(value);
+        // Return in a spin box reports its value even when unchanged, and
+        // that report was recorded: replay reports it as well.
+        if (this->value() == before)
+            Q_EMIT AvalueChanged(before);
+    });
 }
 
 } // namespace QtUIBase
