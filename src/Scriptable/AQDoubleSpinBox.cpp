@@ -21,20 +21,9 @@ void AQDoubleSpinBox::onValueChanged(double value)
 
 void AQDoubleSpinBox::scriptReplay(const QString& signal, const QStringList& args)
 {
-    if (signal != QLatin1String("valueChanged") || args.isEmpty())
-        return;
-    bool ok = false;
-    const double value = args.first().toDouble(&ok);
-    if (!ok)
-        return;
-    withRecordingSuppressed([&] {
-        const auto before = this->value();
-        setValue(value);
-        // Return in a spin box reports its value even when unchanged, and
-        // that report was recorded: replay reports it as well.
-        if (this->value() == before)
-            Q_EMIT AvalueChanged(before);
-    });
+    replaySpinValue(
+        this, signal, args, [](const QString& text, bool* ok) { return text.toDouble(ok); },
+        [this](double value) { Q_EMIT AvalueChanged(value); });
 }
 
 } // namespace QtUIBase

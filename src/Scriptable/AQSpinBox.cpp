@@ -35,20 +35,9 @@ void AQSpinBox::onValueChanged(int value)
 
 void AQSpinBox::scriptReplay(const QString& signal, const QStringList& args)
 {
-    if (signal != QLatin1String("valueChanged") || args.isEmpty())
-        return;
-    bool ok = false;
-    const int value = args.first().toInt(&ok, 10);
-    if (!ok)
-        return;
-    withRecordingSuppressed([&] {
-        const auto before = this->value();
-        setValue(value);
-        // Return in a spin box reports its value even when unchanged, and
-        // that report was recorded: replay reports it as well.
-        if (this->value() == before)
-            Q_EMIT AvalueChanged(before);
-    });
+    replaySpinValue(
+        this, signal, args, [](const QString& text, bool* ok) { return text.toInt(ok, 10); },
+        [this](double value) { Q_EMIT AvalueChanged(value); });
 }
 
 } // namespace QtUIBase

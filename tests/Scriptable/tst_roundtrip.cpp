@@ -1,6 +1,7 @@
 #include "ASignalLog.h"
 #include "ModalCatcher.h"
 #include "ScriptSandbox.h"
+#include "SliderDriving.h"
 
 #include <Script/AQObjects.h>
 #include <Script/AQScriptBackend.h>
@@ -11,7 +12,6 @@
 
 #include <QGridLayout>
 #include <QPointer>
-#include <QStyleOptionSlider>
 #include <QtTest>
 
 #include <functional>
@@ -134,30 +134,6 @@ public:
     AQLabel* link;
     QLabel* linked;
 };
-
-QPoint handleCentre(QSlider* slider)
-{
-    QStyleOptionSlider option;
-    option.initFrom(slider);
-    option.orientation = slider->orientation();
-    option.minimum = slider->minimum();
-    option.maximum = slider->maximum();
-    option.sliderPosition = slider->sliderPosition();
-    option.sliderValue = slider->value();
-    return slider->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider).center();
-}
-
-void dragSlider(QSlider* slider, int distance)
-{
-    const QPoint start = handleCentre(slider);
-    QTest::mousePress(slider, Qt::LeftButton, {}, start);
-    for (int dx = 10; dx <= distance; dx += 10) {
-        const QPoint at = start + QPoint(dx, 0);
-        QMouseEvent move(QEvent::MouseMove, at, slider->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(slider, &move);
-    }
-    QTest::mouseRelease(slider, Qt::LeftButton, {}, start + QPoint(distance, 0));
-}
 
 // Near the left edge: check boxes and radio buttons take clicks only on
 // their indicator and text, not across the whole cell of the layout.
