@@ -1,30 +1,40 @@
-// Demo: a window with scriptable actions records a short session into a
-// script and a journal in a temporary folder, then prints both files.
-#include <Script/AQObjects.h>
+// orvex-gallery: the library's widgets in one window, with the script
+// engine's record and replay runs available from the command line.
+//
+//   orvex-gallery [--record FILE] [--replay FILE] [--interval MS]
+//                 [--screenshot PNG] [--journal DIR] [--quit]
+#include "GalleryWindow.h"
+
+#include <Script/AQScriptBackend.h>
 #include <Script/AQScriptEngine.h>
-#include <Scriptable/AQAction.h>
 
 #include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
 #include <QFile>
-#include <QLabel>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QTemporaryDir>
-#include <QTextStream>
-#include <QToolBar>
+#include <QTimer>
 
 #include <cstdio>
 
 using namespace QtUIBase;
 
 namespace {
-void printFile(const QString& path)
+
+void printSummary(const QString& script, const GalleryWindow::ReplayReport& report, const QString& journal,
+                  const QString& screenshot)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return;
-    std::printf("==== %s\n%s\n", qPrintable(path), file.readAll().constData());
+    std::printf("Replay of %s %s\n", qPrintable(script), report.finished ? "finished" : "did not finish");
+    std::printf("  lines replayed:         %d of %d\n", report.linesReplayed, report.linesTotal);
+    std::printf("  objects not found:      %d%s%s\n", report.objectsNotFound,
+                report.objectsNotFound ? " (see " : "",
+                report.objectsNotFound ? qPrintable(report.reportFile + QLatin1Char(')')) : "");
+    std::printf("  time taken:             %lld ms\n", static_cast<long long>(report.milliseconds));
+    std::printf("  journal:                %s\n", qPrintable(journal));
+    if (!screenshot.isEmpty())
+        std::printf("  screenshot:             %s\n", qPrintable(screenshot));
+    std::fflush(stdout);
 }
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -33,41 +43,79 @@ int main(int argc, char* argv[])
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("orvex-gallery"));
 
-    QTemporaryDir dir;
-    dir.setAutoRemove(false);
-    const QString base = dir.path() + QStringLiteral("/gallery");
-    AQInitializeNonVelmoraScripting(QFile::encodeName(base).constData(), false, true);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("The Orvex widget gallery."));
+    parser.addHelpOption();
+    const QCommandLineOption record(QStringLiteral("record"), QStringLiteral("Record the session into <file>."),
+                                    QStringLiteral("file"));
+    const QCommandLineOption replay(QStringLiteral("replay"), QStringLiteral("Replay the script <file>."),
+                                    QStringLiteral("file"));
+    const QCommandLineOption interval(QStringLiteral("interval"),
+                                      QStringLiteral("Pause <ms> after each replayed line (default 200)."),
+                                      QStringLiteral("ms"), QStringLiteral("200"));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Save a picture of the window to <png> after the replay."),
+                                        QStringLiteral("png"));
+    const QCommandLineOption journalDir(QStringLiteral("journal"),
+                                        QStringLiteral("Write the journal into <dir> (default: a temporary folder)."),
+                                        QStringLiteral("dir"));
+    const QCommandLineOption quit(QStringLiteral("quit"), QStringLiteral("Exit after the replay and screenshot."));
+    parser.addOptions({record, replay, interval, screenshot, journalDir, quit});
+    parser.process(app);
 
-    QMainWindow window;
-    AQObjects::add(&window, QStringLiteral("Gallery Window"));
-    auto* status = new QLabel(&window);
-    window.setCentralWidget(status);
+    bool intervalOk = false;
+    const int intervalMs = parser.value(interval).toInt(&intervalOk);
+    if (!intervalOk || intervalMs < 0) {
+        std::fprintf(stderr, "orvex-gallery: --interval wants a number of milliseconds\n");
+        return 2;
+    }
+    if (parser.isSet(record) && parser.isSet(replay)) {
+        std::fprintf(stderr, "orvex-gallery: --record and --replay exclude each other\n");
+        return 2;
+    }
 
-    auto* save = new AQAction(QStringLiteral("Save Action"), QStringLiteral("&Save"), &window, true);
-    auto* grid = new AQAction(QStringLiteral("Show Grid"), QStringLiteral("Show &grid"), &window, true);
-    grid->setCheckable(true);
-    auto* note = new AQAction(QStringLiteral("Note Action"), QStringLiteral("&Note"), &window, true);
-    QObject::connect(save, &AQAction::ATriggered, status, [status] { status->setText(QStringLiteral("saved")); });
-    QObject::connect(grid, &AQAction::ATriggered, status, [status, grid] {
-        status->setText(grid->isChecked() ? QStringLiteral("grid on") : QStringLiteral("grid off"));
-    });
-    QObject::connect(note, &AQAction::ATriggered, [] {});
-    QMenu* menu = window.menuBar()->addMenu(QStringLiteral("&File"));
-    menu->addActions({save, grid, note});
-    window.addToolBar(QStringLiteral("Main"))->addActions({save, grid});
+    const QString folder = parser.isSet(journalDir) ? parser.value(journalDir)
+                                                    : QDir::temp().filePath(QStringLiteral("orvex-gallery"));
+    QDir().mkpath(folder);
+    const QString journalBase = QDir(folder).filePath(QStringLiteral("gallery"));
+    AQInitializeNonVelmoraScripting(QFile::encodeName(journalBase).constData(), false, true);
+
+    GalleryWindow window;
+    window.resize(980, 560);
     window.show();
 
-    const QString script = dir.path() + QStringLiteral("/session");
-    if (!AQOpenScriptFileForRecord(script, QStringLiteral("2")))
+    if (parser.isSet(record) && !window.startRecording(parser.value(record)))
         return 1;
-    save->trigger();
-    grid->trigger();
-    grid->trigger();
-    note->trigger();
-    AQCloseScript();
 
-    printFile(script + QStringLiteral(".scr"));
-    printFile(base + QStringLiteral(".jrl"));
-    return 0;
+    int exitCode = 0;
+    if (parser.isSet(replay)) {
+        QTimer::singleShot(0, &window, [&] {
+            const QString script = parser.value(replay);
+            const GalleryWindow::ReplayReport report = window.replay(script, intervalMs);
+            exitCode = report.finished ? 0 : 1;
+            QString picture;
+            if (parser.isSet(screenshot)) {
+                picture = parser.value(screenshot);
+                if (!window.grab().save(picture)) {
+                    std::fprintf(stderr, "orvex-gallery: cannot write %s\n", qPrintable(picture));
+                    exitCode = 1;
+                }
+            }
+            printSummary(script, report, journalBase + QStringLiteral(".jrl"), picture);
+            if (parser.isSet(quit))
+                QApplication::exit(exitCode);
+        });
+    } else if (parser.isSet(quit)) {
+        QTimer::singleShot(0, &app, [&] {
+            if (parser.isSet(screenshot))
+                window.grab().save(parser.value(screenshot));
+            QApplication::exit(0);
+        });
+    }
+
+    const int result = QApplication::exec();
+    AQCloseScript();
+    return result != 0 ? result : exitCode;
 }

@@ -21,12 +21,9 @@ void AQDoubleSpinBox::onValueChanged(double value)
 
 void AQDoubleSpinBox::scriptReplay(const QString& signal, const QStringList& args)
 {
-    if (signal != QLatin1String("valueChanged") || args.isEmpty())
-        return;
-    bool ok = false;
-    const double value = args.first().toDouble(&ok);
-    if (ok)
-        withRecordingSuppressed([&] { setValue(value); });
+    replaySpinValue(
+        this, signal, args, [](const QString& text, bool* ok) { return text.toDouble(ok); },
+        [this](double value) { Q_EMIT AvalueChanged(value); });
 }
 
 } // namespace QtUIBase

@@ -15,7 +15,8 @@ namespace QtUIBase {
  * value written with six significant digits ('g') and reported as
  * AvalueChanged(), recording suppressed; like AQSpinBox it connects even
  * when not scriptable. Replay of "valueChanged" sets a value that reads as a
- * number and ignores anything else.
+ * number and ignores anything else; a value equal to the current one is
+ * reported again, as Return in the box reports it.
  */
 class ORVEXQTUIBASE_EXPORT AQDoubleSpinBox : public QDoubleSpinBox, public IAQScriptable
 {

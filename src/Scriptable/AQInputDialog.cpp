@@ -34,8 +34,13 @@ Answer askAndRecord(bool* ok, bool record, Ask ask, ToText toText)
     bool accepted = false;
     const Answer answer = ask(&accepted);
     setOk(ok, accepted);
-    if (record)
+    if (record) {
+        // Questions are mostly asked from reactions to A signals, which run
+        // with recording suppressed; the caller's request to record wins, as
+        // the answer is needed to replay the operation that asked.
+        AQRecordingGuard allowed(true);
         AQScripts::recordFillin(accepted ? toText(answer) : QString());
+    }
     return answer;
 }
 

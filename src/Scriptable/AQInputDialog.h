@@ -16,7 +16,9 @@ namespace QtUIBase {
  *
  * Otherwise the Qt dialog runs; with @p record the answer is written as a
  * fill-in (numbers as getInt: decimal, getDouble: six significant digits),
- * or an empty fill-in when the dialog was cancelled.
+ * or an empty fill-in when the dialog was cancelled. It is written even
+ * where recording is suppressed, as in a reaction to an A signal: replaying
+ * the operation that asked needs the answer.
  */
 class ORVEXQTUIBASE_EXPORT AQInputDialog : public QInputDialog
 {

@@ -143,6 +143,9 @@ void AQScriptableLineEdit::scriptReplay(const QString& signal, const QStringList
         } else {
             m_mouseMove = false;
             setText(args.at(0));
+            // The replayed text counts as recorded: a push button flushing
+            // the pending edit later must not report it a second time.
+            m_lastRecordedText = text();
             withRecordingSuppressed([this] { Q_EMIT AEditingFinished(); });
         }
     } else if (signal == QLatin1String("returnPressed")) {

@@ -35,12 +35,9 @@ void AQSpinBox::onValueChanged(int value)
 
 void AQSpinBox::scriptReplay(const QString& signal, const QStringList& args)
 {
-    if (signal != QLatin1String("valueChanged") || args.isEmpty())
-        return;
-    bool ok = false;
-    const int value = args.first().toInt(&ok, 10);
-    if (ok)
-        withRecordingSuppressed([&] { setValue(value); });
+    replaySpinValue(
+        this, signal, args, [](const QString& text, bool* ok) { return text.toInt(ok, 10); },
+        [this](double value) { Q_EMIT AvalueChanged(value); });
 }
 
 } // namespace QtUIBase

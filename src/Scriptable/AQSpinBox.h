@@ -19,7 +19,8 @@ namespace QtUIBase {
  * so the engine drops its records, but it still reports AvalueChanged.
  *
  * Replay of "valueChanged" sets a value that reads as a decimal integer and
- * ignores anything else. disableAutoRepeat(true) stops an arrow held down
+ * ignores anything else; a value equal to the current one is reported again,
+ * as Return in the box reports it. disableAutoRepeat(true) stops an arrow held down
  * from repeating (default: repeating).
  */
 class ORVEXQTUIBASE_EXPORT AQSpinBox : public QSpinBox, public IAQScriptable

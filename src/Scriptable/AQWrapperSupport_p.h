@@ -87,5 +87,26 @@ void replayCheckBox(QCheckBox* box, const QString& signal, const QStringList& ar
     }
 }
 
+/// Replay of "valueChanged" on a spin box: sets a value that @p read
+/// converts (it answers false for text that is not a number). Return in a
+/// spin box reports its value even when unchanged, and that report was
+/// recorded, so an unchanged value is reported through @p report as well.
+template <typename Box, typename Read, typename Report>
+void replaySpinValue(Box* box, const QString& signal, const QStringList& args, Read&& read, Report&& report)
+{
+    if (signal != QLatin1String("valueChanged") || args.isEmpty())
+        return;
+    bool ok = false;
+    const auto value = read(args.first(), &ok);
+    if (!ok)
+        return;
+    withRecordingSuppressed([&] {
+        const auto before = box->value();
+        box->setValue(value);
+        if (box->value() == before)
+            report(before);
+    });
+}
+
 } // namespace Wrapper
 } // namespace QtUIBase

@@ -64,6 +64,7 @@ private Q_SLOTS:
     void pushButtonFlushesPendingLineEdit();
     void pushButtonReplay_data();
     void pushButtonReplay();
+    void replayedEditIsNotFlushedAgain();
 
     void colorButtonPaint_data();
     void colorButtonPaint();
@@ -365,6 +366,21 @@ void tst_Buttons::pushButtonReplay()
     QCOMPARE(m_log->entries(), signalLog);
     // Replay reports the operation; the application decides what it changes.
     QCOMPARE(push->isChecked(), false);
+}
+
+void tst_Buttons::replayedEditIsNotFlushedAgain()
+{
+    auto* edit = new AQScriptableLineEdit(QStringLiteral("edit"), m_fx->root(), true);
+    auto* push = new AQPushButton(QStringLiteral("push"), QStringLiteral("Use"), m_fx->root(), true);
+    m_log->watch(edit, {QStringLiteral("ATextChanged")});
+    m_log->watch(push);
+    QVERIFY(m_fx->replay({"edit editingFinished abc", "push pressed", "push clicked"}));
+    QCOMPARE(m_log->entries(), (QStringList{"edit:AEditingFinished()", "push:APressed()", "push:AClicked(false)"}));
+
+    // Nor after the replay, when the user clicks the button.
+    m_fx->startRecording();
+    QTest::mouseClick(push, Qt::LeftButton);
+    QCOMPARE(m_fx->stopRecording(), (QStringList{"push pressed", "push released", "push clicked"}));
 }
 
 // --- colour button -----------------------------------------------------------

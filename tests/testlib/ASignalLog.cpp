@@ -34,12 +34,13 @@ ASignalLog::ASignalLog(QObject* parent)
 {
 }
 
-void ASignalLog::watch(QObject* object)
+void ASignalLog::watch(QObject* object, const QStringList& except)
 {
     const QMetaObject* meta = object->metaObject();
     const int slot = QObject::staticMetaObject.methodCount();
     for (int i = 0; i < meta->methodCount(); ++i) {
-        if (isApplicationSignal(meta->method(i)))
+        const QMetaMethod method = meta->method(i);
+        if (isApplicationSignal(method) && !except.contains(QString::fromLatin1(method.name())))
             QMetaObject::connect(object, i, this, slot, Qt::DirectConnection);
     }
 }

@@ -18,8 +18,9 @@ class ASignalLog : public QObject
 public:
     explicit ASignalLog(QObject* parent = nullptr);
 
-    /// Watches every A signal of @p object (connect before operating).
-    void watch(QObject* object);
+    /// Watches every A signal of @p object (connect before operating),
+    /// except the signals named in @p except (such as "ATextChanged").
+    void watch(QObject* object, const QStringList& except = QStringList());
     /// Watches @p object and every descendant.
     void watchTree(QObject* root);
 
