@@ -28,6 +28,8 @@ struct Harness
     Harness()
     {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        // Thousands of error boxes a minute: keep the fuzzer's output readable.
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
         static int argc = 1;
         static char name[] = "fuzz_replay";
         static char* argv[] = {name, nullptr};

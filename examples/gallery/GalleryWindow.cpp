@@ -1,13 +1,20 @@
 #include "GalleryWindow.h"
 
 #include "ButtonsValuesPage.h"
+#include "PreferencesDialog.h"
 
 #include <Script/AQObjects.h>
 #include <Script/AQScriptBackend.h>
 #include <Script/AQScriptEngine.h>
+#include <Script/AQScriptingDialog.h>
 #include <Settings/AQSettings.h>
 
+#include <QAction>
+#include <QApplication>
+#include <QMenuBar>
+#include <QSettings>
 #include <QCloseEvent>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -38,14 +45,52 @@ int countReportBlocks(const QString& path)
 } // namespace
 
 GalleryWindow::GalleryWindow(QWidget* parent)
-    : QMainWindow(parent)
+    : MainWindow(QStringLiteral("Gallery"), parent)
 {
     setWindowTitle(tr("Orvex widget gallery"));
-    AQObjects::add(this, QStringLiteral("Gallery"));
     m_tabs = new QTabWidget(this);
+    m_tabs->setObjectName(QStringLiteral("pages"));
     m_tabs->addTab(new ButtonsValuesPage(m_tabs), tr("Buttons and values"));
     setCentralWidget(m_tabs);
+    buildMenus();
     statusBar()->showMessage(tr("Ready"));
+}
+
+void GalleryWindow::buildMenus()
+{
+    // Plain actions: opening these windows is not part of a recorded session.
+    QMenu* tools = menuBar()->addMenu(tr("&Tools"));
+    QAction* scripting = tools->addAction(tr("&Scripting..."));
+    connect(scripting, &QAction::triggered, this, [this] {
+        auto* dialog = new AQScriptingDialog(this);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->setExeName(QApplication::applicationName());
+        dialog->setWorkingPath(QDir::currentPath());
+        dialog->show();
+    });
+    QAction* preferences = tools->addAction(tr("&Preferences..."));
+    connect(preferences, &QAction::triggered, this, [this] {
+        // A dialog without a stored position opens at the host's anchor
+        // point: here, over the page area.
+        QPoint anchor = m_tabs->mapToGlobal(QPoint(m_tabs->width() / 4, m_tabs->height() / 4));
+        AQSettings::setWdwHoopsViewLeftRectPoint(anchor);
+        PreferencesDialog dialog(this);
+        dialog.exec();
+    });
+    tools->addSeparator();
+    QAction* quit = tools->addAction(tr("&Quit"));
+    quit->setShortcut(QKeySequence::Quit);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+}
+
+void GalleryWindow::RestoreSettings(QSettings& settings)
+{
+    m_tabs->setCurrentIndex(settings.value(QStringLiteral("page"), 0).toInt());
+}
+
+void GalleryWindow::SaveSettings(QSettings& settings) const
+{
+    settings.setValue(QStringLiteral("page"), m_tabs->currentIndex());
 }
 
 GalleryWindow::~GalleryWindow()
@@ -82,10 +127,6 @@ GalleryWindow::ReplayReport GalleryWindow::replay(const QString& file, int inter
     report.milliseconds = clock.elapsed();
     AQSetReplayProgressFunc({});
     report.objectsNotFound = countReportBlocks(report.reportFile);
-    // Lines that dialogs read for themselves (their commands, fill-ins) do
-    // not pass the progress report; a finished replay has read them all.
-    if (report.finished)
-        report.linesReplayed = report.linesTotal;
 
     statusBar()->showMessage(report.finished
                                  ? tr("Replay finished: %1 lines, %2 not found")
@@ -99,5 +140,5 @@ void GalleryWindow::closeEvent(QCloseEvent* event)
 {
     // Ends a recording and writes the journal's last line.
     AQCloseScript();
-    QMainWindow::closeEvent(event);
+    MainWindow::closeEvent(event);
 }

@@ -1,17 +1,19 @@
 #pragma once
 
-#include <QMainWindow>
+#include <Scriptable/MainWindow.h>
+
 #include <QString>
 
 class QTabWidget;
 
 /**
- * The gallery's main window: one tab per family of the library's widgets
- * (this far "Buttons and values"), a status bar that shows what the script
- * engine is doing, and the record and replay runs started from the command
- * line.
+ * The gallery's main window: one tab per family of the library's widgets,
+ * a status bar that shows what the script engine is doing, and the record
+ * and replay runs started from the command line or the "Scripting..."
+ * dialog. It keeps its geometry and the page last shown from one run to
+ * the next, and is deleted when closed.
  */
-class GalleryWindow : public QMainWindow
+class GalleryWindow : public QtUIBase::MainWindow
 {
     Q_OBJECT
 
@@ -41,5 +43,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void buildMenus();
+    void RestoreSettings(QSettings& settings) override;
+    void SaveSettings(QSettings& settings) const override;
+
     QTabWidget* m_tabs = nullptr;
 };

@@ -4,14 +4,18 @@
 //   orvex-gallery [--record FILE] [--replay FILE] [--interval MS]
 //                 [--screenshot PNG] [--journal DIR] [--quit]
 #include "GalleryWindow.h"
+#include "PreferencesDialog.h"
 
 #include <Script/AQScriptBackend.h>
 #include <Script/AQScriptEngine.h>
+#include <Settings/AQSettings.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFile>
+#include <QPointer>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <cstdio>
@@ -53,7 +57,8 @@ int main(int argc, char* argv[])
     const QCommandLineOption replay(QStringLiteral("replay"), QStringLiteral("Replay the script <file>."),
                                     QStringLiteral("file"));
     const QCommandLineOption interval(QStringLiteral("interval"),
-                                      QStringLiteral("Pause <ms> after each replayed line (default 200)."),
+                                      QStringLiteral("Pause <ms> after each replayed line (default: the "
+                                                     "preferences' pause, 200 ms unless changed)."),
                                       QStringLiteral("ms"), QStringLiteral("200"));
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Save a picture of the window to <png> after the replay."),
@@ -82,40 +87,50 @@ int main(int argc, char* argv[])
     const QString journalBase = QDir(folder).filePath(QStringLiteral("gallery"));
     AQInitializeNonVelmoraScripting(QFile::encodeName(journalBase).constData(), false, true);
 
-    GalleryWindow window;
-    window.resize(980, 560);
-    window.show();
+    // Window and dialog positions ("Position", "Size", "geometry", "Layout").
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QDir().mkpath(config);
+    AQSettings(QDir(config).filePath(QStringLiteral("state.ini")), QDir(config).filePath(QStringLiteral("layout.ini")));
 
-    if (parser.isSet(record) && !window.startRecording(parser.value(record)))
+    // Deleted by itself when closed; its first show restores the geometry
+    // of the last run (980 x 560 the first time).
+    QPointer<GalleryWindow> window = new GalleryWindow;
+    window->resize(980, 560);
+    window->show();
+
+    if (parser.isSet(record) && !window->startRecording(parser.value(record)))
         return 1;
 
     int exitCode = 0;
     if (parser.isSet(replay)) {
-        QTimer::singleShot(0, &window, [&] {
+        QTimer::singleShot(0, window.data(), [&] {
             const QString script = parser.value(replay);
-            const GalleryWindow::ReplayReport report = window.replay(script, intervalMs);
+            const int pause = parser.isSet(interval) ? intervalMs : PreferencesDialog::storedReplayPause();
+            const GalleryWindow::ReplayReport report = window->replay(script, pause);
             exitCode = report.finished ? 0 : 1;
             QString picture;
             if (parser.isSet(screenshot)) {
                 picture = parser.value(screenshot);
-                if (!window.grab().save(picture)) {
+                if (!window->grab().save(picture)) {
                     std::fprintf(stderr, "orvex-gallery: cannot write %s\n", qPrintable(picture));
                     exitCode = 1;
                 }
             }
             printSummary(script, report, journalBase + QStringLiteral(".jrl"), picture);
+            // Closing (not just exiting) keeps the window's geometry.
             if (parser.isSet(quit))
-                QApplication::exit(exitCode);
+                window->close();
         });
     } else if (parser.isSet(quit)) {
         QTimer::singleShot(0, &app, [&] {
             if (parser.isSet(screenshot))
-                window.grab().save(parser.value(screenshot));
-            QApplication::exit(0);
+                window->grab().save(parser.value(screenshot));
+            window->close();
         });
     }
 
     const int result = QApplication::exec();
+    delete window.data();
     AQCloseScript();
     return result != 0 ? result : exitCode;
 }

@@ -84,6 +84,16 @@ void builtinCloseJrlScriptFile(const QString& text)
     s.journalStream->flush();
 }
 
+// Lines read by the replay loop and by dialogs pulling their own lines
+// alike count towards the progress a host shows.
+void reportLineRead()
+{
+    ScriptEngineState& s = engineState();
+    ++s.linesRead;
+    if (s.replayActive && s.progress)
+        s.progress(s.linesRead, s.progressTotal);
+}
+
 QStringList builtinGetNextLineFromScript()
 {
     ScriptEngineState& s = engineState();
@@ -93,6 +103,7 @@ QStringList builtinGetNextLineFromScript()
     // reading as the end of the script to a dialog pulling its commands.
     while (!s.scriptStream->atEnd()) {
         const QStringList tokens = AQScripts::splitLine(s.scriptStream->readLine());
+        reportLineRead();
         if (!tokens.isEmpty())
             return tokens;
     }
@@ -211,7 +222,8 @@ bool builtinOpenScriptFileForReplay(const QString& file, int interval, int versi
         return true;
     }
 
-    const int total = s.progress ? countLines(file) : 0;
+    s.progressTotal = s.progress ? countLines(file) : 0;
+    s.linesRead = 0;
     for (int n = 0;; ++n) {
         if (s.abort) {
             Pvt::closeScriptAndJournal();
@@ -227,8 +239,7 @@ bool builtinOpenScriptFileForReplay(const QString& file, int interval, int versi
             return false;
         }
 
-        if (s.progress)
-            s.progress(n + 1, total);
+        reportLineRead();
         AQScripts::processNextModelessScriptCommand(tokens);
 
         const bool ignorePause = tokens.size() >= 3 && AQScripts::isIgnoreScriptIntervalCommand(tokens.at(1), tokens.at(2));

@@ -41,6 +41,8 @@ struct ScriptEngineState
     std::unique_ptr<QTextStream> fixedScriptStream;
     int reportCounter = 1;
     std::function<void(int, int)> progress;
+    int progressTotal = 0;
+    int linesRead = 0;
 };
 
 ScriptEngineState& engineState();
