@@ -4,6 +4,8 @@
 #include <Script/AQScriptEngine.h>
 #include <Script/AQScripts.h>
 #include <Scriptable/AQAction.h>
+#include <Scriptable/AQButtons.h>
+#include <Scriptable/AQValueInputs.h>
 
 #include <QApplication>
 #include <QFile>
@@ -34,7 +36,7 @@ struct Registry
         AQObjects::add(window.get(), QStringLiteral("Filler_Window"));
         for (int i = 0; i < count; ++i)
             AQObjects::add(new QObject(window.get()), QStringLiteral("Filler_%1").arg(i));
-        target = std::make_unique<QObject>();
+        target = std::make_unique<QWidget>();
         AQObjects::add(target.get(), QStringLiteral("Main_Window"));
         for (int i = 0; i < 10; ++i) {
             auto* action = new AQAction(QStringLiteral("Action_%1").arg(i), QStringLiteral("Action"), target.get(), true);
@@ -42,10 +44,21 @@ struct Registry
             QObject::connect(action, &AQAction::ATriggered, [] {});
             actions.push_back(action);
         }
+        button = new AQPushButton(QStringLiteral("Run"), QStringLiteral("Run"), target.get(), true);
+        QObject::connect(button, &AQPushButton::AClicked, [](bool) {});
+        check = new AQCheckBox(QStringLiteral("Grid"), QStringLiteral("Grid"), target.get(), true);
+        spin = new AQSpinBox(target.get(), QStringLiteral("Cells"), true);
+        spin->setRange(0, 1000);
+        combo = new AQComboBox(QStringLiteral("Material"), target.get(), true);
+        combo->addItems({QStringLiteral("Copper"), QStringLiteral("FR-4")});
     }
     std::unique_ptr<QObject> window;
-    std::unique_ptr<QObject> target;
+    std::unique_ptr<QWidget> target;
     std::vector<AQAction*> actions;
+    AQPushButton* button = nullptr;
+    AQCheckBox* check = nullptr;
+    AQSpinBox* spin = nullptr;
+    AQComboBox* combo = nullptr;
 };
 
 void BM_RecordLine(benchmark::State& state)
@@ -122,8 +135,26 @@ QString replayScript()
     file.open(QIODevice::WriteOnly);
     QTextStream out(&file);
     out << "#\tfile: replay.scr\n#\tstart time: Sun Nov 22 2026 10:00:00\n#\tversion: 2\n";
-    for (int i = 0; i < ScriptLines; ++i)
-        out << "QtSignal Main_Window Action_" << (i % 10) << " triggered " << (i % 2) << '\n';
+    // Five kinds of operation in turn: action, button, check box, spin box,
+    // combo box.
+    for (int i = 0; i < ScriptLines; ++i) {
+        switch (i % 5) {
+        case 0:
+            out << "QtSignal Main_Window Action_" << (i % 10) << " triggered " << (i / 5 % 2) << '\n';
+            break;
+        case 1:
+            out << "QtSignal Main_Window Run clicked\n";
+            break;
+        case 2:
+            out << "QtSignal Main_Window Grid clicked " << (i / 5 % 2 ? "true" : "false") << '\n';
+            break;
+        case 3:
+            out << "QtSignal Main_Window Cells valueChanged " << (i % 1000) << '\n';
+            break;
+        default:
+            out << "QtSignal Main_Window Material CurrentIndexChanged " << (i / 5 % 2 ? "FR-4" : "Copper") << '\n';
+        }
+    }
     return path;
 }
 
@@ -138,15 +169,29 @@ void BM_Replay10000Lines(benchmark::State& state)
 }
 BENCHMARK(BM_Replay10000Lines)->Arg(50)->Arg(5000)->Unit(benchmark::kMillisecond);
 
-// The same 10,000 operations called directly on the actions.
+// The same 10,000 operations called directly on the widgets.
 void BM_Direct10000Operations(benchmark::State& state)
 {
     Registry registry(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         for (int i = 0; i < ScriptLines; ++i) {
-            AQAction* action = registry.actions[i % 10];
-            action->setChecked(i % 2);
-            Q_EMIT action->ATriggered();
+            switch (i % 5) {
+            case 0:
+                registry.actions[i % 10]->scriptReplay(QStringList{QString::number(i / 5 % 2)});
+                break;
+            case 1:
+                registry.button->click();
+                break;
+            case 2:
+                registry.check->setChecked(i / 5 % 2);
+                Q_EMIT registry.check->AClicked(i / 5 % 2);
+                break;
+            case 3:
+                registry.spin->setValue(i % 1000);
+                break;
+            default:
+                registry.combo->setCurrentIndex(i / 5 % 2);
+            }
         }
     }
     state.SetItemsProcessed(state.iterations() * ScriptLines);
