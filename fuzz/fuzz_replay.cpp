@@ -146,5 +146,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     AQScripts::getFixedScriptFile().close();
     AQResetReplayState();
     AQScripts::forceRecordingAllowed(true);
+    // Dialogs abandoned by a script that ran out delete themselves later.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return 0;
 }
