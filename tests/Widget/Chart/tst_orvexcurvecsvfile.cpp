@@ -1,0 +1,574 @@
+#include "Widget/Chart/OrvexCurve.h"
+#include "Widget/Chart/OrvexCurveCsvFile.h"
+#include "Widget/Chart/OrvexCurveGroup.h"
+#include "Widget/Chart/OrvexCurveManager.h"
+
+#include "CerrCapture.h"
+#include "ModalCatcher.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTextCodec>
+#include <QtTest>
+
+#include <cmath>
+#include <limits>
+
+using namespace Gui::Widget;
+using Flavour = OrvexCurveCsvFile::Flavour;
+
+Q_DECLARE_METATYPE(Flavour)
+
+namespace {
+
+using Values = std::vector<double>;
+
+struct Fixture
+{
+    Fixture()
+        : manager(std::make_shared<OrvexCurveManager>(nullptr))
+        , group(manager->createGroup("g"))
+    {
+        manager->setCurrentGroup("g");
+    }
+
+    std::shared_ptr<OrvexCurve> add(const std::string& title, Values x, Values y)
+    {
+        auto curve = group->createCurve(std::string());
+        curve->setTitle(title);
+        curve->setData(std::move(x), std::move(y));
+        return curve;
+    }
+
+    QByteArray text() const { return OrvexCurveCsvFile::format(group->getAllCurves(false), Flavour::Comma); }
+
+    std::shared_ptr<OrvexCurveManager> manager;
+    std::shared_ptr<OrvexCurveGroup> group;
+};
+
+QString writeFile(const QTemporaryDir& dir, const QString& name, const QByteArray& bytes)
+{
+    const QString path = dir.filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot write %s", qPrintable(path));
+    file.write(bytes);
+    return path;
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+std::vector<OrvexCurveCsvFile::Column> parse(const QByteArray& bytes, Flavour flavour = Flavour::Comma)
+{
+    return OrvexCurveCsvFile::parse(bytes, flavour);
+}
+
+QString qtText(double v)
+{
+    return QString("%1").arg(v, 0, 'g');
+}
+
+} // namespace
+
+class tst_OrvexCurveCsvFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void roundTrip_data();
+    void roundTrip();
+    void threeRowExample_data();
+    void threeRowExample();
+    void exportedCurves();
+    void numbersWrittenAsQtWrites_data();
+    void numbersWrittenAsQtWrites();
+    void cellsReadAsToDouble_data();
+    void cellsReadAsToDouble();
+    void handOverToBlank_data();
+    void handOverToBlank();
+    void headersApplied_data();
+    void headersApplied();
+    void encodings_data();
+    void encodings();
+    void csvSuffix_data();
+    void csvSuffix();
+    void failures_data();
+    void failures();
+    void managerWithoutGroup();
+    void fileDialogs_data();
+    void fileDialogs();
+};
+
+// ------------------------------------------------------------ round trip
+
+void tst_OrvexCurveCsvFile::roundTrip_data()
+{
+    QTest::addColumn<Flavour>("flavour");
+    QTest::addColumn<bool>("emptyFirstSuffix");
+    QTest::newRow("comma") << Flavour::Comma << false;
+    QTest::newRow("blank") << Flavour::Blank << false;
+    QTest::newRow("comma, first curve without suffix") << Flavour::Comma << true;
+    QTest::newRow("blank, first curve without suffix") << Flavour::Blank << true;
+}
+
+void tst_OrvexCurveCsvFile::roundTrip()
+{
+    QFETCH(Flavour, flavour);
+    QFETCH(bool, emptyFirstSuffix);
+
+    Fixture source;
+    auto a = source.add("Gain", {0.5, 1, 2, 4}, {-3.25, 0, 1e-07, 123456});
+    auto b = source.add("Phase", {1, 3}, {-180, 45.5});
+    auto c = source.add("Volts", {-1e+20, 4}, {2.5e+300, -0.000125});
+    const char* units[][3] = {{"(port1)", "GHz", "dB"}, {"(port2)", "MHz", "deg"}, {"peak", "s", "V"}};
+    std::shared_ptr<OrvexCurve> curves[] = {a, b, c};
+    for (int i = 0; i < 3; ++i) {
+        curves[i]->setSuffix(units[i][0]);
+        curves[i]->setXUnit(units[i][1]);
+        curves[i]->setYUnit(units[i][2]);
+    }
+    if (emptyFirstSuffix)
+        a->setSuffix("");
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath("table.csv");
+    QVERIFY(OrvexCurveCsvFile::exportGroup(*source.group, path, flavour));
+
+    Fixture target;
+    target.add("existing", {1}, {1});
+    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {path}, flavour), 3);
+    const auto made = target.group->getAllCurves(false);
+    QCOMPARE(made.size(), std::size_t(4));
+    QCOMPARE(made[0]->title(), std::string("existing"));
+    for (int i = 0; i < 3; ++i) {
+        const OrvexCurve& expected = *curves[i];
+        const OrvexCurve& actual = *made[static_cast<std::size_t>(i) + 1];
+        QCOMPARE(actual.title(), expected.title());
+        QCOMPARE(actual.suffix(), expected.suffix());
+        QCOMPARE(actual.xUnit(), expected.xUnit());
+        QCOMPARE(actual.yUnit(), expected.yUnit());
+        QCOMPARE(actual.xData(), expected.xData());
+        QCOMPARE(actual.yData(), expected.yData());
+        QVERIFY(actual.id() != expected.id());
+    }
+}
+
+void tst_OrvexCurveCsvFile::threeRowExample_data()
+{
+    QTest::addColumn<Flavour>("flavour");
+    QTest::addColumn<QByteArray>("expected");
+    QTest::newRow("comma") << Flavour::Comma
+                           << QByteArray("#Title,a,b\n#Suffix,,\n#X-Unit,,\n#Y-Unit,,\n1,10, \n2,20,5\n3, ,6\n");
+    QTest::newRow("blank") << Flavour::Blank
+                           << QByteArray("#Title a b\n#Suffix  \n#X-Unit  \n#Y-Unit  \n1 10 nan\n2 20 5\n3 nan 6\n");
+}
+
+// Curves with X = {1, 2} and {2, 3}: one row per distinct X, missing cells
+// in the flavour's own form, and they read back as the points they were.
+void tst_OrvexCurveCsvFile::threeRowExample()
+{
+    QFETCH(Flavour, flavour);
+    QFETCH(QByteArray, expected);
+
+    Fixture source;
+    source.add("a", {1, 2}, {10, 20});
+    source.add("b", {2, 3}, {5, 6});
+    QTemporaryDir dir;
+    const QString path = dir.filePath("example.csv");
+    QVERIFY(OrvexCurveCsvFile::exportGroup(*source.group, path, flavour));
+    QCOMPARE(readFile(path), expected);
+
+    const auto columns = parse(expected, flavour);
+    QCOMPARE(columns.size(), std::size_t(2));
+    QCOMPARE(columns[0].x, (Values{1, 2}));
+    QCOMPARE(columns[0].y, (Values{10, 20}));
+    QCOMPARE(columns[1].x, (Values{2, 3}));
+    QCOMPARE(columns[1].y, (Values{5, 6}));
+}
+
+// Only visible curves, in their current data type; unsorted X with repeats
+// gives sorted rows with the first point per X.
+void tst_OrvexCurveCsvFile::exportedCurves()
+{
+    Fixture source;
+    source.add("shown", {3, 1, 2, 1, std::nan("")}, {30, 10, 20, 99, 7});
+    source.add("hidden", {1.5}, {0})->setVisible(false);
+    auto normalised = source.add("scaled", {1, 2}, {2, 6});
+    normalised->setDataType(OrvexCurveDataType::LinearNormalizedData);
+    source.add("shown", {1}, {1})->setVisible(false);
+
+    const QByteArray text = OrvexCurveCsvFile::format(source.group->getAllCurves(true), Flavour::Comma);
+    // The group's raw Y spans 0..99 (hidden curves count for normalising).
+    QCOMPARE(text, QByteArray("#Title,shown,scaled\n#Suffix,,\n#X-Unit,,\n#Y-Unit,,\n"
+                              "1,10,0.020202\n2,20,0.0606061\n3,30, \n"));
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath("visible.csv");
+    QVERIFY(OrvexCurveCsvFile::exportGroup(*source.group, path, Flavour::Comma));
+    QCOMPARE(readFile(path), text);
+}
+
+// ------------------------------------------------------------ numbers
+
+void tst_OrvexCurveCsvFile::numbersWrittenAsQtWrites_data()
+{
+    QTest::addColumn<Values>("values");
+    const double inf = std::numeric_limits<double>::infinity();
+    QTest::newRow("zeros and specials") << Values{0.0, -0.0, inf, -inf, std::nan(""), -std::nan("")};
+    QTest::newRow("layout switches") << Values{1e-5, 1e-4, 0.000123456, 99999.9, 999999, 1e6, 1234567, 1e21, 1e100,
+                                               1e-100, 1e300, 5e-324, std::numeric_limits<double>::max()};
+    QTest::newRow("ties away from zero") << Values{1234565, -1234565, 123456.5, 12345.25, -12345.25, 1234.125,
+                                                   9999995, 9999985, 999999.5, 0.5, 2.5};
+    QTest::newRow("rounding carries") << Values{9.999995, 99.99996, 0.000999999, 0.00099999949, 9999994.9, -99999.95};
+    QTest::newRow("near ties") << Values{0.1234565, 1.0000005, 2.0000005, 0.0001234565, 123456.49999999999};
+
+    // Values of every magnitude with full mantissas, and short decimals.
+    Values random;
+    QRandomGenerator generator(7);
+    for (int i = 0; i < 20000; ++i) {
+        const double mantissa = generator.generateDouble() * 10 - 5;
+        const int exponent = generator.bounded(-320, 300);
+        random.push_back(mantissa * std::pow(10.0, exponent));
+        random.push_back(static_cast<double>(generator.bounded(-99999999, 99999999)) / std::pow(10.0, i % 9));
+    }
+    QTest::newRow("random") << random;
+}
+
+void tst_OrvexCurveCsvFile::numbersWrittenAsQtWrites()
+{
+    QFETCH(Values, values);
+
+    Values x(values.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        x[i] = static_cast<double>(i);
+    Fixture source;
+    const auto curve = source.add("v", x, values);
+    for (const Flavour flavour : {Flavour::Comma, Flavour::Blank}) {
+        const QList<QByteArray> lines = OrvexCurveCsvFile::format({curve}, flavour).split('\n');
+        QCOMPARE(lines.size(), static_cast<int>(values.size()) + 5);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const QList<QByteArray> cells = lines[static_cast<int>(i) + 4].split(flavour == Flavour::Comma ? ',' : ' ');
+            QCOMPARE(cells.size(), 2);
+            const double v = values[i];
+            const QString expected = std::isnan(v) && flavour == Flavour::Comma ? QStringLiteral(" ") : qtText(v);
+            QCOMPARE(QString::fromLatin1(cells[1]), expected);
+        }
+    }
+}
+
+void tst_OrvexCurveCsvFile::cellsReadAsToDouble_data()
+{
+    QTest::addColumn<QByteArray>("cell");
+    for (const char* cell : {"+5", ".5", "5.", "-.5", "1e5", "1E-5", "+.5e-3", "00012", " 7 ", "\t8\t", "-0", "1.5e+3",
+                             "1e0000000000000000000000005", "0.1234567890123456789012345", "5e-324", "2e-324",
+                             "1.7976931348623157e308", "1.7976931348623159e308", "1e400", "1e-400", "inf", "-inf",
+                             "+inf", "INF", "Infinity", "nan", "NaN", "-nan", "nan(1)", " ", "0x10", "1_0", "1..2",
+                             "--1", "+-1", "-+1", "1e", "1e+", "e5", ".", "+", "5d", "1 2"})
+        QTest::newRow(cell) << QByteArray(cell);
+    // GB2312 full-width digit and ideographic space
+    QTest::newRow("full-width 5") << QByteArray("\xA3\xB5");
+    QTest::newRow("ideographic space around 5") << QByteArray("\xA1\xA1" "5\xA1\xA1");
+}
+
+// A cell converts exactly when QString::toDouble says so, to its value; a
+// NaN or blank cell is a missing value, any other cell drops its line.
+void tst_OrvexCurveCsvFile::cellsReadAsToDouble()
+{
+    QFETCH(QByteArray, cell);
+
+    bool ok = false;
+    const QString decoded = QTextCodec::codecForName("GB2312")->toUnicode(cell);
+    const double value = decoded.toDouble(&ok);
+    const bool missing = decoded.trimmed().isEmpty() || (ok && std::isnan(value));
+
+    const auto columns = parse("1," + cell + ",9\n2,7,8\n", Flavour::Comma);
+    QCOMPARE(columns.size(), std::size_t(2));
+    if (missing) {
+        QCOMPARE(columns[0].x, (Values{2}));
+        QCOMPARE(columns[1].x, (Values{1, 2}));
+    } else if (!ok) {
+        QCOMPARE(columns[0].x, (Values{2}));
+        QCOMPARE(columns[1].x, (Values{2}));
+    } else {
+        QCOMPARE(columns[0].x, (Values{1, 2}));
+        QCOMPARE(columns[0].y[0], value);
+        QCOMPARE(std::signbit(columns[0].y[0]), std::signbit(value));
+        QCOMPARE(columns[1].y, (Values{9, 8}));
+    }
+}
+
+// ------------------------------------------------------------ import rules
+
+void tst_OrvexCurveCsvFile::handOverToBlank_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("blank");
+    QTest::addColumn<QStringList>("titles");
+    QTest::addColumn<int>("points");
+
+    QTest::newRow("blank table") << QByteArray("#Title a b\n1 2 3\n2 4 5\n") << true << QStringList{"a", "b"} << 2;
+    QTest::newRow("comma table") << QByteArray("#Title,a b,c\n1,2,3\n") << false << QStringList{"a b", "c"} << 1;
+    QTest::newRow("commas in the header only") << QByteArray("#Title,a,b\n1 2 3\n") << true
+                                               << QStringList{"curve", "curve"} << 1;
+    QTest::newRow("first data line decides") << QByteArray("# a, comment\n\n  \n1\t2\n3,4\n") << true
+                                             << QStringList{"curve"} << 1;
+    QTest::newRow("runs of blanks and tabs") << QByteArray("#Title a\tb\n 1  \t 2   3 \n") << true
+                                             << QStringList{"a", "b"} << 1;
+    QTest::newRow("header only, blank") << QByteArray("#Title a b\n") << true << QStringList{} << 0;
+    QTest::newRow("header only, comma") << QByteArray("#Title,a,b\n") << false << QStringList{} << 0;
+    QTest::newRow("CRLF lines") << QByteArray("#Title a\r\n1 2\r\n2 3\r\n") << true << QStringList{"a"} << 2;
+}
+
+void tst_OrvexCurveCsvFile::handOverToBlank()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, blank);
+    QFETCH(QStringList, titles);
+    QFETCH(int, points);
+
+    QCOMPARE(OrvexCurveCsvFile::effectiveFlavour(bytes, Flavour::Comma), blank ? Flavour::Blank : Flavour::Comma);
+    QCOMPARE(OrvexCurveCsvFile::effectiveFlavour(bytes, Flavour::Blank), Flavour::Blank);
+
+    QTemporaryDir dir;
+    Fixture target;
+    const int made = OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "t.csv", bytes)}, Flavour::Comma);
+    QCOMPARE(made, titles.size());
+    for (int i = 0; i < made; ++i) {
+        const auto curve = target.group->getAllCurves(false)[static_cast<std::size_t>(i)];
+        QCOMPARE(QString::fromStdString(curve->title()), titles[i]);
+        QCOMPARE(static_cast<int>(curve->dataSize()), points);
+    }
+}
+
+void tst_OrvexCurveCsvFile::headersApplied_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("expected"); // title|suffix|xUnit|yUnit per curve
+
+    QTest::newRow("all four") << QByteArray("#Title,a,b\n#Suffix,s1,s2\n#X-Unit,Hz,s\n#Y-Unit,dB,V\n1,2,3\n")
+                              << QStringList{"a|s1|Hz|dB", "b|s2|s|V"};
+    QTest::newRow("any order, later line wins")
+        << QByteArray("#Y-Unit,dB,V\n#Title,x,y\n1,2,3\n#Title,a,b\n") << QStringList{"a|||dB", "b|||V"};
+    QTest::newRow("empty cells keep their place") << QByteArray("#Suffix,,s2\n#X-Unit,Hz\n1,2,3\n")
+                                                  << QStringList{"curve||Hz|", "curve|s2||"};
+    QTest::newRow("more header cells than columns") << QByteArray("#Title,a,b,c\n1,2\n") << QStringList{"a|||"};
+    QTest::newRow("other # lines are comments")
+        << QByteArray("#Titles,x\n#title,y\n# Title,z\n#Title,a\n1,2\n") << QStringList{"a|||"};
+    QTest::newRow("blank flavour") << QByteArray("#Title a b\n#Suffix  s2\n#Y-Unit dB V\n1 2 3\n")
+                                   << QStringList{"a|||dB", "b|s2||V"};
+    QTest::newRow("widest line sets the columns") << QByteArray("1,2\n2,3,4,5\n3,x\n")
+                                                  << QStringList{"curve|||", "curve|||", "curve|||"};
+}
+
+void tst_OrvexCurveCsvFile::headersApplied()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QStringList, expected);
+
+    QTemporaryDir dir;
+    Fixture target;
+    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "h.csv", bytes)}, Flavour::Comma),
+             expected.size());
+    QStringList actual;
+    for (const auto& curve : target.group->getAllCurves(false)) {
+        actual.append(QString::fromStdString(curve->title() + "|" + curve->suffix() + "|" + curve->xUnit() + "|"
+                                             + curve->yUnit()));
+    }
+    QCOMPARE(actual, expected);
+}
+
+void tst_OrvexCurveCsvFile::encodings_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("title");
+
+    const QString volts = QString::fromUtf8("\xE7\x94\xB5\xE5\x8E\x8B"); // "voltage" in Chinese
+    const QByteArray gb = QTextCodec::codecForName("GB2312")->fromUnicode(volts);
+    QTest::newRow("GB2312") << QByteArray("#Title," + gb + "\n1,2\n") << volts;
+    QTest::newRow("GB2312, blank flavour") << QByteArray("#Title " + gb + "\n1 2\n") << volts;
+    QTest::newRow("UTF-8 with byte-order mark")
+        << QByteArray("\xEF\xBB\xBF#Title," + volts.toUtf8() + "\n1,2\n") << volts;
+    QTextCodec* utf16 = QTextCodec::codecForName("UTF-16LE");
+    QTest::newRow("UTF-16 with byte-order mark")
+        << QByteArray("\xFF\xFE" + utf16->fromUnicode(QStringLiteral("#Title,") + volts + QStringLiteral("\n1,2\n")))
+        << volts;
+}
+
+void tst_OrvexCurveCsvFile::encodings()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, title);
+
+    QTemporaryDir dir;
+    Fixture target;
+    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "e.csv", bytes)}, Flavour::Comma), 1);
+    const auto curve = target.group->getAllCurves(false).front();
+    QCOMPARE(QString::fromStdString(curve->title()), title);
+    QCOMPARE(curve->xData(), (Values{1}));
+    QCOMPARE(curve->yData(), (Values{2}));
+}
+
+// ------------------------------------------------------------ files
+
+void tst_OrvexCurveCsvFile::csvSuffix_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("no suffix") << "data" << "data.csv";
+    QTest::newRow("csv") << "data.csv" << "data.csv";
+    QTest::newRow("upper case") << "data.CSV" << "data.CSV";
+    QTest::newRow("other suffix") << "data.txt" << "data.txt.csv";
+    QTest::newRow("dotted folder") << "v1.2/data" << "v1.2/data.csv";
+    QTest::newRow("csv in the stem") << "csv.data" << "csv.data.csv";
+}
+
+void tst_OrvexCurveCsvFile::csvSuffix()
+{
+    QFETCH(QString, given);
+    QFETCH(QString, written);
+
+    QCOMPARE(OrvexCurveCsvFile::withCsvSuffix(given), written);
+
+    QTemporaryDir dir;
+    QDir(dir.path()).mkpath("v1.2");
+    Fixture source;
+    source.add("a", {1}, {2});
+    QVERIFY(OrvexCurveCsvFile::exportGroup(*source.group, dir.filePath(given), Flavour::Blank));
+    QCOMPARE(readFile(dir.filePath(written)), QByteArray("#Title a\n#Suffix \n#X-Unit \n#Y-Unit \n1 2\n"));
+}
+
+void tst_OrvexCurveCsvFile::failures_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content"); // null: no such file
+    QTest::addColumn<QByteArray>("message");
+
+    QTest::newRow("missing file") << "missing.csv" << QByteArray() << QByteArray("Cannot open file for reading: ");
+    QTest::newRow("folder") << "folder" << QByteArray() << QByteArray("Cannot open file for reading: ");
+    QTest::newRow("empty file") << "empty.csv" << QByteArray("") << QByteArray("Empty file: ");
+    QTest::newRow("no data") << "header.csv" << QByteArray("#Title,a\n# note\n\n") << QByteArray();
+    QTest::newRow("no line converts") << "words.csv" << QByteArray("x,y\nfirst,second\n1,two\n") << QByteArray();
+}
+
+// A file that cannot be read is reported and skipped; the group stays as it
+// was, and the other files are still read.
+void tst_OrvexCurveCsvFile::failures()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, message);
+
+    QTemporaryDir dir;
+    QDir(dir.path()).mkdir("folder");
+    const QString path = dir.filePath(name);
+    if (!content.isNull())
+        writeFile(dir, name, content);
+    const QString good = writeFile(dir, "good.csv", "1 2\n");
+
+    Fixture target;
+    target.add("kept", {1, 2}, {3, 4});
+    const QByteArray before = target.text();
+    {
+        CerrCapture capture;
+        QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {path}, Flavour::Comma), 0);
+        QCOMPARE(capture.text(), message.isEmpty() ? QByteArray() : message + path.toUtf8() + "\n");
+        QCOMPARE(target.text(), before);
+    }
+    for (const Flavour flavour : {Flavour::Comma, Flavour::Blank}) {
+        CerrCapture capture;
+        QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {path, good}, flavour), 1);
+        QCOMPARE(capture.text().count('\n'), message.isEmpty() ? 0 : 1);
+    }
+    QCOMPARE(target.group->size(), std::size_t(3));
+
+    // Writing into a missing folder fails before anything is written.
+    CerrCapture capture;
+    const QString unwritable = dir.filePath("no/such/folder/out.csv");
+    QVERIFY(!OrvexCurveCsvFile::exportGroup(*target.group, unwritable, Flavour::Comma));
+    QVERIFY2(capture.text().startsWith("Cannot open file for writing: "), capture.text().constData());
+    QFile probe(unwritable);
+    probe.open(QIODevice::WriteOnly);
+    QVERIFY(capture.text().endsWith(probe.errorString().toUtf8() + "\n"));
+}
+
+// The view's entries: a group is made for an import only when a file yields
+// curves, and export without a current group writes the bare headers.
+void tst_OrvexCurveCsvFile::managerWithoutGroup()
+{
+    QTemporaryDir dir;
+    auto manager = std::make_shared<OrvexCurveManager>(nullptr);
+    const std::string empty = writeFile(dir, "empty.csv", "#Title,a\n").toStdString();
+    CerrCapture capture;
+    QCOMPARE(OrvexCurveCsvFile::importData(*manager, {empty, dir.filePath("none.csv").toStdString()},
+                                           Flavour::Comma),
+             0);
+    QVERIFY(manager->groupIds().empty());
+
+    const std::string path = dir.filePath("out").toStdString();
+    QVERIFY(OrvexCurveCsvFile::exportData(*manager, path, Flavour::Comma));
+    QCOMPARE(readFile(dir.filePath("out.csv")), QByteArray("#Title\n#Suffix\n#X-Unit\n#Y-Unit\n"));
+
+    const std::string table = writeFile(dir, "t.csv", "1 2 3\n").toStdString();
+    QCOMPARE(OrvexCurveCsvFile::importData(*manager, {table, table}, Flavour::Comma), 4);
+    QCOMPARE(manager->groupIds().size(), std::size_t(1));
+    QCOMPARE(manager->getCurrentGroup()->size(), std::size_t(4));
+
+    manager->getCurrentGroup()->getAllCurves(false)[1]->setVisible(false);
+    QVERIFY(OrvexCurveCsvFile::exportData(*manager, path + ".csv", Flavour::Comma));
+    QCOMPARE(readFile(dir.filePath("out.csv")),
+             QByteArray("#Title,curve,curve,curve\n#Suffix,,,\n#X-Unit,,,\n#Y-Unit,,,\n1,2,2,3\n"));
+}
+
+void tst_OrvexCurveCsvFile::fileDialogs_data()
+{
+    QTest::addColumn<bool>("exporting");
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("export") << true << "Export CSV file";
+    QTest::newRow("import") << false << "Import CSV file";
+}
+
+// An empty path or file list asks; a cancelled dialog changes nothing.
+void tst_OrvexCurveCsvFile::fileDialogs()
+{
+    QFETCH(bool, exporting);
+    QFETCH(QString, caption);
+
+    QTemporaryDir dir;
+    const QString oldCurrent = QDir::currentPath();
+    QDir::setCurrent(dir.path());
+    QStringList filters;
+    QFileDialog::FileMode mode = QFileDialog::AnyFile;
+    ModalCatcher catcher([&](QWidget* widget) {
+        if (auto* dialog = qobject_cast<QFileDialog*>(widget)) {
+            filters = dialog->nameFilters();
+            mode = dialog->fileMode();
+            dialog->reject();
+        }
+    });
+    Fixture fixture;
+    fixture.add("a", {1}, {2});
+    const QByteArray before = fixture.text();
+    CerrCapture capture;
+    const bool done = exporting ? OrvexCurveCsvFile::exportData(*fixture.manager, "", Flavour::Comma)
+                                : OrvexCurveCsvFile::importData(*fixture.manager, {}, Flavour::Comma) > 0;
+    QDir::setCurrent(oldCurrent);
+
+    QVERIFY(catcher.caught());
+    QCOMPARE(catcher.title(), caption);
+    QCOMPARE(filters, QStringList{"CSV (*.csv)"});
+    QCOMPARE(mode, exporting ? QFileDialog::AnyFile : QFileDialog::ExistingFiles);
+    QVERIFY(!done);
+    QCOMPARE(capture.text(), QByteArray());
+    QCOMPARE(fixture.text(), before);
+    QVERIFY(QDir(dir.path()).entryList(QDir::Files).isEmpty());
+}
+
+QTEST_MAIN(tst_OrvexCurveCsvFile)
+#include "tst_orvexcurvecsvfile.moc"
