@@ -23,8 +23,8 @@ QtUIPythonEnumMap& QtUIPythonEnumMap::Instance()
 QtUIPythonEnumMap::QtUIPythonEnumMap()
 {
     using Widget::MarkerType;
-    // Values follow the chart view's ViewType: line, bar, polar.
-    m_types["PlotType"] = {{0, "RectangleBrokenLine"}, {1, "RectangleBar"}, {2, "Polar"}};
+    using View = Widget::OrvexChartView;
+    m_types["PlotType"] = {{View::Line, "RectangleBrokenLine"}, {View::Bar, "RectangleBar"}, {View::Polar, "Polar"}};
     m_types["MarkerType"] = {
         {static_cast<int>(MarkerType::PointMarker), "PointMarker"},
         {static_cast<int>(MarkerType::HorizontalLineMarker), "HorizontalLineMarker"},
@@ -77,6 +77,11 @@ std::string QtUIPythonEnumMap::pythonText(Widget::MarkerType type) const
 std::string QtUIPythonEnumMap::pythonText(Widget::MarkerSymbol symbol) const
 {
     return pythonText("MarkerSymbol", static_cast<int>(symbol));
+}
+
+std::string QtUIPythonEnumMap::pythonText(Widget::OrvexChartView::ViewType type) const
+{
+    return pythonText("PlotType", static_cast<int>(type));
 }
 
 } // namespace Gui::Python

@@ -2,6 +2,7 @@
 
 #include "OrvexQtUIBase_export.h"
 #include "Widget/Chart/ChartMarkerTypes.h"
+#include "Widget/Chart/OrvexChartView.h"
 
 #include <map>
 #include <string>
@@ -30,6 +31,7 @@ public:
     std::string pythonText(const std::string& typeName, int value) const;
     std::string pythonText(Widget::MarkerType type) const;
     std::string pythonText(Widget::MarkerSymbol symbol) const;
+    std::string pythonText(Widget::OrvexChartView::ViewType type) const;
 
     /// Whether @p typeName has a name for @p value.
     bool contains(const std::string& typeName, int value) const;

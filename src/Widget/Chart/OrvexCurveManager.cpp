@@ -248,11 +248,13 @@ bool OrvexCurveManager::removeCurve(const std::string& id)
 void OrvexCurveManager::afterCurveAdded(OrvexCurve* curve)
 {
     connect(curve, &OrvexCurve::highlightChanged, this, &OrvexCurveManager::handleHighlightChanged);
+    emit curveAdded(curve);
 }
 
 void OrvexCurveManager::onCurveRemoving(OrvexCurve* curve)
 {
     disconnect(curve, nullptr, this, nullptr);
+    emit curveRemoving(curve);
 }
 
 void OrvexCurveManager::handleHighlightChanged(bool highlighted)

@@ -95,6 +95,10 @@ public slots:
 
 signals:
     void currentGroupChanged();
+    /// A curve joined one of the groups (the view builds its series).
+    void curveAdded(OrvexCurve* curve);
+    /// A curve is about to leave its group; it is still alive.
+    void curveRemoving(OrvexCurve* curve);
 
 private:
     OrvexChartView* m_view;
