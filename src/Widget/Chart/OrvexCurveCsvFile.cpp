@@ -216,10 +216,15 @@ void writeTable(const std::vector<std::shared_ptr<OrvexCurve>>& curves, Flavour 
         points.emplace_back(*curve);
 
     const char sep = separator(flavour);
-    const std::size_t rowLimit = (curves.size() + 1) * 20 + 1;
-    std::string buffer(kWriteChunk + rowLimit, '\0');
-    char* out = buffer.data();
-    char* const flushAt = buffer.data() + kWriteChunk;
+    // A number takes at most 16 characters, a row one more per cell.
+    const std::size_t rowLimit = (curves.size() + 1) * 17 + 1;
+    std::size_t rows = 0;
+    for (const auto& curve : curves)
+        rows += curve->dataSize();
+    const std::size_t capacity = std::min(kWriteChunk, rows * rowLimit) + rowLimit;
+    const std::unique_ptr<char[]> buffer(new char[capacity]);
+    char* out = buffer.get();
+    char* const flushAt = buffer.get() + capacity - rowLimit;
     while (true) {
         bool any = false;
         double x = 0;
@@ -245,13 +250,13 @@ void writeTable(const std::vector<std::shared_ptr<OrvexCurve>>& curves, Flavour 
                 out = writeNumber(out, y);
         }
         *out++ = '\n';
-        if (out >= flushAt) {
-            sink(buffer.data(), static_cast<std::size_t>(out - buffer.data()));
-            out = buffer.data();
+        if (out > flushAt) {
+            sink(buffer.get(), static_cast<std::size_t>(out - buffer.get()));
+            out = buffer.get();
         }
     }
-    if (out != buffer.data())
-        sink(buffer.data(), static_cast<std::size_t>(out - buffer.data()));
+    if (out != buffer.get())
+        sink(buffer.get(), static_cast<std::size_t>(out - buffer.get()));
 }
 
 // ------------------------------------------------------------ numbers in
