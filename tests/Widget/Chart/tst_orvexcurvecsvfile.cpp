@@ -4,11 +4,10 @@
 #include "Widget/Chart/OrvexCurveManager.h"
 
 #include "CerrCapture.h"
-#include "ModalCatcher.h"
+#include "FileDialogProbe.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTextCodec>
@@ -540,34 +539,23 @@ void tst_OrvexCurveCsvFile::fileDialogs()
     QFETCH(bool, exporting);
     QFETCH(QString, caption);
 
-    QTemporaryDir dir;
-    const QString oldCurrent = QDir::currentPath();
-    QDir::setCurrent(dir.path());
-    QStringList filters;
-    QFileDialog::FileMode mode = QFileDialog::AnyFile;
-    ModalCatcher catcher([&](QWidget* widget) {
-        if (auto* dialog = qobject_cast<QFileDialog*>(widget)) {
-            filters = dialog->nameFilters();
-            mode = dialog->fileMode();
-            dialog->reject();
-        }
-    });
     Fixture fixture;
     fixture.add("a", {1}, {2});
     const QByteArray before = fixture.text();
-    CerrCapture capture;
-    const bool done = exporting ? OrvexCurveCsvFile::exportData(*fixture.manager, "", Flavour::Comma)
-                                : OrvexCurveCsvFile::importData(*fixture.manager, {}, Flavour::Comma) > 0;
-    QDir::setCurrent(oldCurrent);
+    bool done = true;
+    const auto probe = FileDialogProbe::run([&] {
+        done = exporting ? OrvexCurveCsvFile::exportData(*fixture.manager, "", Flavour::Comma)
+                         : OrvexCurveCsvFile::importData(*fixture.manager, {}, Flavour::Comma) > 0;
+    });
 
-    QVERIFY(catcher.caught());
-    QCOMPARE(catcher.title(), caption);
-    QCOMPARE(filters, QStringList{"CSV (*.csv)"});
-    QCOMPARE(mode, exporting ? QFileDialog::AnyFile : QFileDialog::ExistingFiles);
+    QVERIFY(probe.caught);
+    QCOMPARE(probe.title, caption);
+    QCOMPARE(probe.filters, QStringList{"CSV (*.csv)"});
+    QCOMPARE(probe.mode, exporting ? QFileDialog::AnyFile : QFileDialog::ExistingFiles);
     QVERIFY(!done);
-    QCOMPARE(capture.text(), QByteArray());
+    QCOMPARE(probe.cerr, QByteArray());
     QCOMPARE(fixture.text(), before);
-    QVERIFY(QDir(dir.path()).entryList(QDir::Files).isEmpty());
+    QVERIFY(probe.files.isEmpty());
 }
 
 QTEST_MAIN(tst_OrvexCurveCsvFile)

@@ -2,38 +2,21 @@
 #include "Widget/Chart/OrvexCurveGroup.h"
 #include "Widget/Chart/OrvexCurveManager.h"
 
-#include "ModalCatcher.h"
+#include "CerrCapture.h"
+#include "FileDialogProbe.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <iostream>
-#include <sstream>
-
 using namespace Gui::Widget;
 
 namespace {
 
 const QByteArray kNbsp = QByteArrayLiteral("\xC2\xA0");
-
-// Collects what is written to std::cerr while alive.
-class CerrCapture
-{
-public:
-    CerrCapture() : m_old(std::cerr.rdbuf(m_buffer.rdbuf())) {}
-    ~CerrCapture() { std::cerr.rdbuf(m_old); }
-    QByteArray text() const { return QByteArray::fromStdString(m_buffer.str()); }
-
-private:
-    std::ostringstream m_buffer;
-    std::streambuf* m_old;
-};
 
 std::shared_ptr<OrvexCurveManager> makeManager()
 {
@@ -370,34 +353,20 @@ void tst_OrvexCurveJson::fileDialogs()
     QFETCH(bool, exporting);
     QFETCH(QString, caption);
 
-    QTemporaryDir dir;
-    const QString oldCurrent = QDir::currentPath();
-    QDir::setCurrent(dir.path());
-    QStringList filters;
-    QString folder;
-    ModalCatcher catcher([&](QWidget* widget) {
-        auto* dialog = qobject_cast<QFileDialog*>(widget);
-        if (!dialog)
-            return;
-        filters = dialog->nameFilters();
-        folder = dialog->directory().absolutePath();
-        dialog->reject();
-    });
     auto manager = sampleModel();
     const QByteArray before = manager->exportToBytes();
-    CerrCapture capture;
-    const bool done = exporting ? manager->exportData() : manager->importData();
-    QDir::setCurrent(oldCurrent);
+    bool done = true;
+    const auto probe = FileDialogProbe::run([&] { done = exporting ? manager->exportData() : manager->importData(); });
 
-    QVERIFY(catcher.caught());
-    QCOMPARE(catcher.title(), caption);
-    QCOMPARE(filters, QStringList{"JSON (*.json)"});
+    QVERIFY(probe.caught);
+    QCOMPARE(probe.title, caption);
+    QCOMPARE(probe.filters, QStringList{"JSON (*.json)"});
     if (exporting)
-        QCOMPARE(folder, QDir(dir.path()).absolutePath());
+        QCOMPARE(probe.folder, probe.startFolder);
     QVERIFY(!done);
-    QCOMPARE(capture.text(), QByteArray());
+    QCOMPARE(probe.cerr, QByteArray());
     QCOMPARE(manager->exportToBytes(), before);
-    QVERIFY(QDir(dir.path()).entryList(QDir::Files).isEmpty());
+    QVERIFY(probe.files.isEmpty());
 }
 
 QTEST_MAIN(tst_OrvexCurveJson)
