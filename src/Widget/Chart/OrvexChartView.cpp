@@ -9,6 +9,7 @@
 #include "Widget/Chart/OrvexBorderItem.h"
 #include "Widget/Chart/OrvexChartMarkerManager.h"
 #include "Widget/Chart/OrvexCurve.h"
+#include "Widget/Chart/OrvexCurveCsvFile.h"
 #include "Widget/Chart/OrvexCurveGroup.h"
 #include "Widget/Chart/OrvexCurveManager.h"
 #include "Widget/Chart/OrvexLegendItem.h"
@@ -215,6 +216,9 @@ void OrvexChartView::init()
     m_seriesTimer->setInterval(0);
     connect(m_seriesTimer, &QTimer::timeout, this, &OrvexChartView::flushSeries);
 
+    // Overlay items follow the plot area, which moves under them on every
+    // layout; a spatial index would go stale, and the scene is small.
+    scene()->setItemIndexMethod(QGraphicsScene::NoIndex);
     m_continuousLineAction = new QAction(QStringLiteral("Continuous Line"), this);
     m_rubberBand = new QRubberBand(QRubberBand::Rectangle, viewport());
     m_rubberBand->hide();
@@ -245,7 +249,8 @@ void OrvexChartView::createChart()
     initCartesianAxes(chart);
     QChart* old = this->chart();
     setChart(chart);
-    delete old;
+    if (old)
+        old->deleteLater();
     connect(chart, &QChart::plotAreaChanged, this, [this] {
         scheduleSeriesUpdate();
         afterRangeChange();
@@ -261,7 +266,8 @@ void OrvexChartView::createPolarChart()
     initPolarAxes(chart);
     QChart* old = this->chart();
     setChart(chart);
-    delete old;
+    if (old)
+        old->deleteLater();
     connect(chart, &QChart::plotAreaChanged, this, [this] {
         scheduleSeriesUpdate();
         afterRangeChange();
@@ -286,6 +292,8 @@ void OrvexChartView::initCartesianAxes(QChart* chart)
     m_axisXLog = new QLogValueAxis(this);
     m_axisYLog = new QLogValueAxis(this);
     for (auto* axis : {m_axisX, m_axisY}) {
+        // A dynamic axis must never see its default interval of 0.
+        axis->setTickInterval(10);
         axis->setTickType(QValueAxis::TicksDynamic);
         connectAxis(axis);
     }
@@ -310,6 +318,7 @@ void OrvexChartView::initPolarAxes(QPolarChart* chart)
     m_angularAxis->setLabelFormat(QStringLiteral("%g"));
     // The angle labels are drawn by their own item, away from the circle.
     m_angularAxis->setLabelsVisible(false);
+    m_magnitudeAxis->setTickInterval(10);
     m_magnitudeAxis->setTickType(QValueAxis::TicksDynamic);
     connectAxis(m_angularAxis);
     connectAxis(m_magnitudeAxis);
@@ -842,7 +851,8 @@ void OrvexChartView::recalculateCartesianAxisRange(QValueAxis* axis, double min,
     const bool autoDivisions = isX ? m_autoDivisionsX : m_autoDivisionsY;
     const bool autoLimits = isX ? m_autoLimitsX : m_autoLimitsY;
     double interval = autoDivisions ? (ticks.step > 0 ? ticks.step : 10) : (isX ? m_stepX : m_stepY);
-    if (!(interval > 0))
+    // A user step that would draw thousands of ticks gives way to the computed one.
+    if (!(interval > 0) || (ticks.max - ticks.min) / interval > 1000)
         interval = ticks.step;
     axis->setTickAnchor(ticks.min);
     axis->setTickInterval(interval);
@@ -1561,26 +1571,54 @@ bool OrvexChartView::exportJson(const QString& path)
     return true;
 }
 
-// The CSV formats come with the configuration dialog; until then the entries
-// answer false and change nothing.
-bool OrvexChartView::exportDataToCommaCSV(std::string)
+bool OrvexChartView::exportDataToCommaCSV(std::string path)
 {
-    return false;
+    return exportCsv(path, CommaSeparated);
 }
 
-bool OrvexChartView::exportDataToBlankCSV(std::string)
+bool OrvexChartView::exportDataToBlankCSV(std::string path)
 {
-    return false;
+    return exportCsv(path, BlankSeparated);
 }
 
-bool OrvexChartView::importDataFromCommaCSV(std::vector<std::string>)
+bool OrvexChartView::importDataFromCommaCSV(std::vector<std::string> files)
 {
-    return false;
+    return importCsv(files, CommaSeparated);
 }
 
-bool OrvexChartView::importDataFromBlankCSV(std::vector<std::string>)
+bool OrvexChartView::importDataFromBlankCSV(std::vector<std::string> files)
 {
-    return false;
+    return importCsv(files, BlankSeparated);
+}
+
+bool OrvexChartView::exportCsv(const std::string& path, ExportType type)
+{
+    const auto flavour =
+        type == CommaSeparated ? OrvexCurveCsvFile::Flavour::Comma : OrvexCurveCsvFile::Flavour::Blank;
+    if (!OrvexCurveCsvFile::exportData(*m_curveManager, path, flavour, this))
+        return false;
+    if (!path.empty())
+        Python::QtUIPysUtils::exportToFile(m_variableName, Python::QtUIPysUtils::pyString(path));
+    return true;
+}
+
+bool OrvexChartView::importCsv(const std::vector<std::string>& files, ExportType type)
+{
+    const auto flavour =
+        type == CommaSeparated ? OrvexCurveCsvFile::Flavour::Comma : OrvexCurveCsvFile::Flavour::Blank;
+    if (OrvexCurveCsvFile::importData(*m_curveManager, files, flavour, this) <= 0)
+        return false;
+    updateCurves();
+    refreshAllMarkersPosition();
+    fitView();
+    repaint();
+    if (!files.empty()) {
+        std::vector<std::string> names;
+        for (const auto& file : files)
+            names.push_back(Python::QtUIPysUtils::pyString(file));
+        Python::QtUIPysUtils::importFromFiles(m_variableName, names);
+    }
+    return true;
 }
 
 QStringList OrvexChartView::legendLabels() const
@@ -1722,7 +1760,12 @@ QMenu* OrvexChartView::buildChartMenu(const QPointF& scenePos)
         menu->addAction(QStringLiteral("Import Data from CSV"), this,
                         [this] { importDataFromCommaCSV(std::vector<std::string>()); });
     if (m_enableExport)
-        menu->addAction(QStringLiteral("Export Data to CSV"), this, [this] { exportDataToCommaCSV(std::string()); });
+        menu->addAction(QStringLiteral("Export Data to CSV"), this, [this] {
+            if (m_exportType == BlankSeparated)
+                exportDataToBlankCSV(std::string());
+            else
+                exportDataToCommaCSV(std::string());
+        });
     if (m_enableMarker) {
         menu->addSeparator();
         menu->addAction(QStringLiteral("Add Horizontal Line Marker"), this,

@@ -296,7 +296,9 @@ public:
     bool importJson(const QString& path = QString());
     bool exportJson(const QString& path = QString());
 
-    // CSV curve files: not implemented yet (they answer false).
+    /// CSV curve files; an empty path or list asks the user. Import adds
+    /// curves to the current group and fits. Answer false when nothing was
+    /// written or read.
     bool exportDataToCommaCSV(std::string path);
     bool exportDataToBlankCSV(std::string path);
     bool importDataFromCommaCSV(std::vector<std::string> files);
@@ -382,6 +384,8 @@ protected:
 private:
     struct SeriesState;
 
+    bool exportCsv(const std::string& path, ExportType type);
+    bool importCsv(const std::vector<std::string>& files, ExportType type);
     void addTestCurves();
     void setTestPlotArea();
     void addMarkerAt(MarkerType type, const QPointF& scenePos);

@@ -24,6 +24,7 @@ OrvexLegendItem::OrvexLegendItem(OrvexChartView* view) : OrvexChartOverlayItem(v
 
 void OrvexLegendItem::refresh()
 {
+    prepareGeometryChange();
     m_entries.clear();
     for (const auto& group : m_view->getCurveManager()->getAllGroups(true)) {
         for (const auto& curve : group->getAllCurves(false))
@@ -76,6 +77,7 @@ int OrvexLegendItem::entryAt(const QPointF& scenePos) const
 
 void OrvexLegendItem::setDocked(bool docked)
 {
+    prepareGeometryChange();
     if (!docked && m_docked)
         m_floatingTopLeft = legendRect().topLeft();
     m_docked = docked;
@@ -84,6 +86,7 @@ void OrvexLegendItem::setDocked(bool docked)
 
 void OrvexLegendItem::setFloatingTopLeft(const QPointF& topLeft)
 {
+    prepareGeometryChange();
     m_floatingTopLeft = topLeft;
     m_docked = false;
     OrvexChartOverlayItem::refresh();
