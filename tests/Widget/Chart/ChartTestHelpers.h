@@ -177,6 +177,15 @@ inline QPoint viewPos(OrvexChartView* view, const QPointF& scenePos)
     return view->mapFromScene(scenePos);
 }
 
+/// A mouse move over the viewport (QTest's move only warps the cursor, which
+/// sends nothing on the offscreen platform).
+inline void moveMouse(OrvexChartView* view, const QPoint& pos, Qt::MouseButtons buttons = Qt::LeftButton)
+{
+    QMouseEvent event(QEvent::MouseMove, QPointF(pos), QPointF(view->viewport()->mapToGlobal(pos)), Qt::NoButton,
+                      buttons, Qt::NoModifier);
+    QApplication::sendEvent(view->viewport(), &event);
+}
+
 inline void rightClick(OrvexChartView* view, const QPointF& scenePos)
 {
     QTest::mouseClick(view->viewport(), Qt::RightButton, Qt::NoModifier, viewPos(view, scenePos));
