@@ -41,19 +41,24 @@ void OrvexSeriesDecimator::m4(const double* x, const double* y, std::size_t coun
         return;
     out.reserve(static_cast<int>(std::min<std::size_t>(last - first, 4 * 8192)));
 
-    // Column of the current bin and the indices of its four kept points.
+    // Column of the current bin, its index range and its extremes.
     bool open = false;
     double column = 0;
     std::size_t iFirst = 0;
     std::size_t iLast = 0;
     std::size_t iMin = 0;
     std::size_t iMax = 0;
+    // Besides the first, lowest, highest and last point, their neighbours in
+    // the column are kept: the pixel a line rasterizer lights at a vertex
+    // depends on the direction of the two segments meeting there.
     auto flush = [&] {
-        std::size_t idx[4] = {iFirst, iMin, iMax, iLast};
-        std::sort(idx, idx + 4);
+        std::size_t idx[10] = {iFirst, iFirst + 1, iMin - 1, iMin, iMin + 1, iMax - 1, iMax, iMax + 1, iLast - 1, iLast};
+        for (std::size_t& i : idx)
+            i = std::clamp(i, iFirst, iLast);
+        std::sort(idx, idx + 10);
         std::size_t previous = std::numeric_limits<std::size_t>::max();
         for (const std::size_t i : idx) {
-            if (i != previous)
+            if (i != previous && !std::isnan(y[i]) && !std::isnan(x[i]))
                 out.append(QPointF(x[i], y[i]));
             previous = i;
         }

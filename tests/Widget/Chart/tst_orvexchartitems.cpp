@@ -1,0 +1,389 @@
+#include "ChartTestHelpers.h"
+
+#include "Widget/Chart/OrvexLegendItem.h"
+#include "Widget/Chart/OrvexLegendTipItem.h"
+#include "Widget/Chart/OrvexProbeItem.h"
+#include "Widget/Chart/OrvexSeriesDecimator.h"
+
+#include <QRandomGenerator>
+#include <QtCharts/QLineSeries>
+
+#include <cmath>
+
+using namespace Gui::Widget;
+using namespace ChartTest;
+
+namespace {
+
+// A random walk of @p n points on sorted (or shuffled) X.
+std::pair<std::vector<double>, std::vector<double>> randomWalk(std::size_t n, quint32 seed, bool sorted = true)
+{
+    QRandomGenerator random(seed);
+    std::vector<double> x(n);
+    std::vector<double> y(n);
+    double v = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        x[i] = double(i);
+        v += random.generateDouble() - 0.5;
+        y[i] = v;
+    }
+    if (!sorted) {
+        for (std::size_t i = n - 1; i > 0; --i) {
+            const std::size_t j = random.bounded(quint32(i + 1));
+            std::swap(x[i], x[j]);
+            std::swap(y[i], y[j]);
+        }
+    }
+    return {x, y};
+}
+
+// Pixels that differ between two renderings of the same curve. A differing
+// pixel counts as a displaced line pixel when the line's colour is on one
+// side and the other image has the line's colour in its 8-neighbourhood;
+// anything else is a real difference.
+struct ImageDiff
+{
+    int differing = 0;
+    int unexplained = 0;
+};
+
+ImageDiff compareImages(const QImage& a, const QImage& b, QRgb line)
+{
+    ImageDiff diff;
+    if (a.size() != b.size())
+        return {-1, -1};
+    auto nearby = [](const QImage& image, int x, int y, QRgb colour) {
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx)
+                if (image.rect().contains(x + dx, y + dy) && image.pixel(x + dx, y + dy) == colour)
+                    return true;
+        return false;
+    };
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb pa = a.pixel(x, y);
+            const QRgb pb = b.pixel(x, y);
+            if (pa == pb)
+                continue;
+            ++diff.differing;
+            const bool displaced = (pa == line && nearby(b, x, y, line)) || (pb == line && nearby(a, x, y, line));
+            if (!displaced)
+                ++diff.unexplained;
+        }
+    return diff;
+}
+
+} // namespace
+
+class TestOrvexChartItems : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void curveColourAlongPath_data();
+    void curveColourAlongPath();
+    void decimationPixelIdentical_data();
+    void decimationPixelIdentical();
+    void decimationFollowsZoomAndPan();
+    void m4KeepsColumnExtremes();
+    void pixelReductionDropsRepeats();
+    void probePlacement_data();
+    void probePlacement();
+    void probeConnector_data();
+    void probeConnector();
+    void probeFollowsMouse();
+    void barsOfVisibleCurvesOnly();
+    void legendEntriesAndDocking();
+};
+
+void TestOrvexChartItems::curveColourAlongPath_data()
+{
+    QTest::addColumn<int>("viewType");
+    QTest::newRow("line") << int(OrvexChartView::Line);
+    QTest::newRow("polar") << int(OrvexChartView::Polar);
+}
+
+void TestOrvexChartItems::curveColourAlongPath()
+{
+    QFETCH(int, viewType);
+    auto view = makeView(700, 500);
+    view->setLegendVisibility(false);
+    std::vector<double> x;
+    std::vector<double> y;
+    for (int i = 0; i <= 200; ++i) {
+        x.push_back(i * 1.8);
+        y.push_back(2 + std::sin(i * 0.05));
+    }
+    auto curve = addCurve(view.get(), x, y);
+    curve->setColor(QColor(0, 160, 0));
+    curve->setWidth(2);
+    view->changeViewTypeTo(OrvexChartView::ViewType(viewType));
+    const QImage image = grabView(view.get());
+    int hits = 0;
+    for (int i = 5; i < 200; i += 10) {
+        const QPoint p = view->valueToScene(QPointF(x[i], y[i])).toPoint();
+        hits += countColour(image, QRect(p - QPoint(2, 2), QSize(5, 5)), QColor(0, 160, 0)) > 0 ? 1 : 0;
+    }
+    QCOMPARE(hits, 20);
+    // Away from the path there is none of it.
+    const QPoint away = view->valueToScene(QPointF(x[100], y[100] + 0.6)).toPoint();
+    QCOMPARE(countColour(image, QRect(away - QPoint(2, 2), QSize(5, 5)), QColor(0, 160, 0)), 0);
+}
+
+void TestOrvexChartItems::decimationPixelIdentical_data()
+{
+    QTest::addColumn<int>("points");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<bool>("logX");
+    QTest::newRow("200k on 800 px") << 200000 << 1 << false;
+    QTest::newRow("50k, 3 px pen") << 50000 << 3 << false;
+    QTest::newRow("100k, log X") << 100000 << 1 << true;
+}
+
+void TestOrvexChartItems::decimationPixelIdentical()
+{
+    QFETCH(int, points);
+    QFETCH(int, width);
+    QFETCH(bool, logX);
+    auto view = makeView(800, 500);
+    view->setLegendVisibility(false);
+    auto [x, y] = randomWalk(std::size_t(points), 7);
+    if (logX)
+        for (double& v : x)
+            v += 1;
+    auto curve = addCurve(view.get(), x, y);
+    curve->setWidth(width);
+    view->setUseXLog(logX);
+    view->reset();
+    settle(view.get());
+    const QImage reduced = grabView(view.get());
+    const int drawn = view->seriesOf(curve->id())->count();
+    QVERIFY2(drawn < points / 5, qPrintable(QString::number(drawn)));
+    view->setDecimationEnabled(false);
+    const QImage full = grabView(view.get());
+    QCOMPARE(view->seriesOf(curve->id())->count(), points);
+    // Qt's cosmetic stroker decides the end pixel of a vertical run by the
+    // segments around it, so a handful of run tips may sit one pixel apart;
+    // nothing else may differ.
+    const ImageDiff diff = compareImages(reduced, full, curve->color().rgb());
+    QCOMPARE(diff.unexplained, 0);
+    QVERIFY2(diff.differing <= reduced.width() / 8, qPrintable(QString::number(diff.differing)));
+}
+
+void TestOrvexChartItems::decimationFollowsZoomAndPan()
+{
+    auto view = makeView(800, 500);
+    view->setLegendVisibility(false);
+    auto [x, y] = randomWalk(300000, 11);
+    auto curve = addCurve(view.get(), x, y);
+    const QPointF centre = view->mapToScene(viewPos(view.get(), view->plotArea().center()));
+    for (int i = 0; i < 6; ++i) {
+        QWheelEvent wheel(view->mapFromScene(centre), view->viewport()->mapToGlobal(view->mapFromScene(centre)),
+                          QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view->viewport(), &wheel);
+    }
+    // Pan by dragging the plot.
+    const QPoint from = view->mapFromScene(centre);
+    QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, from);
+    moveMouse(view.get(), from + QPoint(-120, 10));
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, from + QPoint(-120, 10));
+    settle(view.get());
+    const auto range = view->getRangeX();
+    QVERIFY(range.second - range.first < 300000 / 2.0);
+    // The series covers the visible part only, plus one point on each side.
+    const auto pts = view->seriesOf(curve->id())->pointsVector();
+    QVERIFY(!pts.isEmpty());
+    QVERIFY(pts.first().x() <= range.first && pts.first().x() >= range.first - 1);
+    QVERIFY(pts.last().x() >= range.second && pts.last().x() <= range.second + 1);
+    const QImage reduced = grabView(view.get());
+    view->setDecimationEnabled(false);
+    const ImageDiff diff = compareImages(reduced, grabView(view.get()), curve->color().rgb());
+    QCOMPARE(diff.unexplained, 0);
+    QVERIFY2(diff.differing <= reduced.width() / 8, qPrintable(QString::number(diff.differing)));
+}
+
+void TestOrvexChartItems::m4KeepsColumnExtremes()
+{
+    // Two columns of 4 and 3 points: first, min, max and last of each, in order.
+    const std::vector<double> x{0.0, 0.2, 0.4, 0.6, 1.1, 1.5, 1.9};
+    const std::vector<double> y{5, 1, 9, 4, 2, 8, 3};
+    OrvexSeriesDecimator::AxisMap map;
+    QVector<QPointF> out;
+    OrvexSeriesDecimator::m4(x.data(), y.data(), x.size(), map, 0, 2, out);
+    QCOMPARE(out, (QVector<QPointF>{{0, 5}, {0.2, 1}, {0.4, 9}, {0.6, 4}, {1.1, 2}, {1.5, 8}, {1.9, 3}}));
+    // One column of 20: first, lowest, highest and last with their neighbours.
+    std::vector<double> x2;
+    std::vector<double> y2;
+    for (int i = 0; i < 20; ++i) {
+        x2.push_back(i * 0.04);
+        y2.push_back(i == 7 ? -5 : i == 12 ? 50 : i);
+    }
+    OrvexSeriesDecimator::m4(x2.data(), y2.data(), x2.size(), map, 0, 1, out);
+    QVector<QPointF> expected;
+    for (int i : {0, 1, 6, 7, 8, 11, 12, 13, 18, 19})
+        expected.append(QPointF(x2[i], y2[i]));
+    QCOMPARE(out, expected);
+    // Outside the visible range only the neighbours of the edges stay.
+    std::vector<double> x3(100);
+    std::vector<double> y3(100, 1.0);
+    for (int i = 0; i < 100; ++i)
+        x3[i] = i;
+    OrvexSeriesDecimator::m4(x3.data(), y3.data(), x3.size(), map, 40.5, 42.5, out);
+    QCOMPARE(out, (QVector<QPointF>{{40, 1}, {41, 1}, {42, 1}, {43, 1}}));
+}
+
+void TestOrvexChartItems::pixelReductionDropsRepeats()
+{
+    const std::vector<double> x{0.1, 0.2, 0.3, 5.0, 5.1, 0.2};
+    const std::vector<double> y{0.1, 0.4, 0.2, 5.0, 5.2, 0.3};
+    QVector<QPointF> out;
+    OrvexSeriesDecimator::reduceInPixelSpace(x.data(), y.data(), x.size(),
+                                             [](double a, double b) { return QPointF(a, b); }, out);
+    // Runs on one pixel keep their first and last point.
+    QCOMPARE(out, (QVector<QPointF>{{0.1, 0.1}, {0.3, 0.2}, {5.0, 5.0}, {5.1, 5.2}, {0.2, 0.3}}));
+}
+
+void TestOrvexChartItems::probePlacement_data()
+{
+    QTest::addColumn<QPointF>("fraction");
+    QTest::addColumn<bool>("left");
+    QTest::addColumn<bool>("above");
+    QTest::newRow("bottom-right flips both") << QPointF(0.97, 0.03) << true << true;
+    QTest::newRow("top-left stays") << QPointF(0.05, 0.95) << false << false;
+    QTest::newRow("right edge flips left") << QPointF(0.97, 0.6) << true << false;
+    QTest::newRow("bottom edge flips up") << QPointF(0.3, 0.03) << false << true;
+}
+
+void TestOrvexChartItems::probePlacement()
+{
+    QFETCH(QPointF, fraction);
+    QFETCH(bool, left);
+    QFETCH(bool, above);
+    auto view = makeView(700, 500);
+    view->setLegendVisibility(false);
+    view->setAutoLimitsX(false);
+    view->setAutoLimitsY(false);
+    auto curve = addCurve(view.get(), {0, 100}, {0, 100});
+    curve->setXUnit("Hz");
+    const QPointF data(fraction.x() * 100, fraction.y() * 100);
+    view->probeItem()->setProbe(data, curve->id());
+    QCOMPARE(view->probeItem()->texts().first(), QString(" X = %1 Hz").arg(data.x()));
+    const QPointF p = view->probeItem()->probePoint();
+    const QRectF box = view->probeItem()->boxRect();
+    QCOMPARE(box.right() <= p.x() - 10 + 1e-9, left);
+    QCOMPARE(box.left() >= p.x() + 10 - 1e-9, !left);
+    QCOMPARE(box.bottom() <= p.y() - 10 + 1e-9, above);
+    QCOMPARE(box.top() >= p.y() + 10 - 1e-9, !above);
+    // What is drawn: the white box with its black outline where the rectangle says.
+    const QImage image = grabView(view.get());
+    const QRect inner = box.toAlignedRect().adjusted(3, 3, -3, -3);
+    QVERIFY(countInk(image, inner) > 20);  // the texts
+    const QRect topEdge(int(box.left() + box.width() / 3), int(std::floor(box.top())) - 1, int(box.width() / 3), 3);
+    QVERIFY(countInk(image, topEdge) >= topEdge.width());
+    // The cross: its horizontal stroke 4 px left of the point.
+    QVERIFY(countColour(image, QRect(p.toPoint() + QPoint(-4, -1), QSize(1, 3)), Qt::black, 80) >= 1);
+}
+
+void TestOrvexChartItems::probeConnector_data()
+{
+    QTest::addColumn<bool>("connector");
+    QTest::newRow("on") << true;
+    QTest::newRow("off") << false;
+}
+
+void TestOrvexChartItems::probeConnector()
+{
+    QFETCH(bool, connector);
+    auto view = makeView(700, 500);
+    view->setLegendVisibility(false);
+    auto curve = addCurve(view.get(), {0, 100}, {100, 100});
+    curve->setColor(QColor(255, 200, 200));
+    view->setDrawConnector(connector);
+    view->probeItem()->setProbe(QPointF(30, 100), curve->id());
+    const QPointF p = view->probeItem()->probePoint();
+    const QRectF box = view->probeItem()->boxRect();
+    // The nearest corner of the unflipped box is its top-left, 10 px off on both axes.
+    QCOMPARE(view->probeItem()->connectorLine().isNull(), !connector);
+    const QImage image = grabView(view.get());
+    const QPointF middle = (p + box.topLeft()) / 2;
+    const int ink = countInk(image, QRect(middle.toPoint() - QPoint(1, 1), QSize(3, 3)));
+    QCOMPARE(ink > 0, connector);
+}
+
+void TestOrvexChartItems::probeFollowsMouse()
+{
+    auto view = makeView(700, 500);
+    auto curve = addCurve(view.get(), {0, 1, 2, 3, 4, 5}, {0, 2, 1, 3, 2, 4});
+    const QPoint near = viewPos(view.get(), view->valueToScene(QPointF(3, 3)) + QPointF(4, 5));
+    moveMouse(view.get(), near, Qt::NoButton);
+    QVERIFY(view->probeItem()->hasProbe());
+    QCOMPARE(view->probeItem()->dataPoint(), QPointF(3, 3));
+    QCOMPARE(view->probeItem()->curveId(), curve->id());
+    view->setUseAutoTip(false);
+    QVERIFY(!view->probeItem()->hasProbe());
+}
+
+void TestOrvexChartItems::barsOfVisibleCurvesOnly()
+{
+    auto view = makeView(700, 500);
+    view->setLegendVisibility(false);
+    auto curve = addCurve(view.get(), {1, 2, 3, 4}, {3, 5, 2, 4});
+    curve->setColor(QColor(200, 0, 200));
+    curve->setBarWidth(12);
+    view->changeViewTypeTo(OrvexChartView::Bar);
+    // Room for the outer bars, which would be cut in half at the plot edges.
+    view->setAutoLimitsX(false);
+    view->setRangeX(0, 5);
+    const QRect area = view->plotArea().toRect().adjusted(2, 2, -2, -2);
+    const QImage shown = grabView(view.get());
+    // Four bars 12 px wide from the X axis up to each point.
+    const int expected = [&] {
+        int total = 0;
+        const QRectF plot = view->plotArea();
+        const double baseline = std::clamp(view->valueToScene(QPointF(0, 0)).y(), plot.top(), plot.bottom());
+        for (const auto& v : {QPointF(1, 3), QPointF(2, 5), QPointF(3, 2), QPointF(4, 4)})
+            total += int(12 * (baseline - view->valueToScene(v).y()));
+        return total;
+    }();
+    const int purple = countColour(shown, area, QColor(200, 0, 200), 20);
+    QVERIFY2(purple > expected * 0.8, qPrintable(QString("%1 of %2").arg(purple).arg(expected)));
+    curve->setVisible(false);
+    QCOMPARE(countColour(grabView(view.get()), area, QColor(200, 0, 200), 20), 0);
+}
+
+void TestOrvexChartItems::legendEntriesAndDocking()
+{
+    auto view = makeView(700, 500);
+    addCurve(view.get(), {0, 1}, {0, 1}, "first");
+    auto second = addCurve(view.get(), {0, 1}, {1, 0}, "second");
+    second->setSuffix("(dB)");
+    auto* legend = view->legendItem();
+    QCOMPARE(view->legendLabels(), (QStringList{"first", "second (dB)"}));
+    QVERIFY(legend->docked());
+    const QRectF area = view->plotArea();
+    QVERIFY(area.contains(legend->legendRect()));
+    QVERIFY(legend->legendRect().right() > area.center().x());
+    // Hovering shows the entry and the docking hint.
+    const QPoint entry = viewPos(view.get(), legend->legendRect().center() + QPointF(0, 5));
+    moveMouse(view.get(), entry, Qt::NoButton);
+    QVERIFY(view->legendTipItem()->isShown());
+    QVERIFY(view->legendTipItem()->text().endsWith("Double left click to float"));
+    // Dragging floats it along.
+    const QRectF before = legend->legendRect();
+    QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, entry);
+    moveMouse(view.get(), entry + QPoint(-200, 100));
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, entry + QPoint(-200, 100));
+    QVERIFY(!legend->docked());
+    QCOMPARE(legend->legendRect().topLeft(), before.topLeft() + QPointF(-200, 100));
+    moveMouse(view.get(), entry + QPoint(-200, 100), Qt::NoButton);
+    QVERIFY(view->legendTipItem()->text().endsWith("Double left click to dock"));
+    // A double click docks it again.
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, entry + QPoint(-200, 100));
+    QVERIFY(legend->docked());
+    QCOMPARE(legend->legendRect(), before);
+    view->setLegendVisibility(false);
+    QVERIFY(!legend->isVisible());
+}
+
+QTEST_MAIN(TestOrvexChartItems)
+#include "tst_orvexchartitems.moc"
