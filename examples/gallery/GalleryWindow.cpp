@@ -1,6 +1,7 @@
 #include "GalleryWindow.h"
 
 #include "ButtonsValuesPage.h"
+#include "ChartPage.h"
 #include "PreferencesDialog.h"
 
 #include <Script/AQObjects.h>
@@ -51,6 +52,7 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     m_tabs = new QTabWidget(this);
     m_tabs->setObjectName(QStringLiteral("pages"));
     m_tabs->addTab(new ButtonsValuesPage(m_tabs), tr("Buttons and values"));
+    m_tabs->addTab(new ChartPage(m_tabs), tr("Chart"));
     setCentralWidget(m_tabs);
     buildMenus();
     statusBar()->showMessage(tr("Ready"));

@@ -9,6 +9,7 @@
 #include "Widget/Chart/OrvexBorderItem.h"
 #include "Widget/Chart/OrvexChartMarkerManager.h"
 #include "Widget/Chart/OrvexCurve.h"
+#include "Widget/Chart/OrvexCurveConfigureDialog.h"
 #include "Widget/Chart/OrvexCurveCsvFile.h"
 #include "Widget/Chart/OrvexCurveGroup.h"
 #include "Widget/Chart/OrvexCurveManager.h"
@@ -1094,7 +1095,7 @@ bool OrvexChartView::changeViewTypeTo(ViewType type)
 
 void OrvexChartView::recordProperty(const std::string& key, const std::string& value)
 {
-    if (!m_initialising)
+    if (!m_initialising && !m_propertyRecordingPaused)
         Python::QtUIPysUtils::setProperty(m_variableName, key, value);
 }
 
@@ -1139,56 +1140,47 @@ void OrvexChartView::setMagnitudeLabel(const std::string& label)
 
 void OrvexChartView::setStepX(double step)
 {
-    m_stepX = step;
-    recalculateRange(false);
+    setAxisSetting(m_stepX, step);
 }
 
 void OrvexChartView::setStepY(double step)
 {
-    m_stepY = step;
-    recalculateRange(false);
+    setAxisSetting(m_stepY, step);
 }
 
 void OrvexChartView::setAngularDivisions(double divisions)
 {
-    m_angularDivisions = divisions;
-    recalculateRange(false);
+    setAxisSetting(m_angularDivisions, divisions);
 }
 
 void OrvexChartView::setMagnitudeDivisions(double divisions)
 {
-    m_magnitudeDivisions = divisions;
-    recalculateRange(false);
+    setAxisSetting(m_magnitudeDivisions, divisions);
 }
 
 void OrvexChartView::setAutoLimitsX(bool on)
 {
-    m_autoLimitsX = on;
-    recalculateRange(false);
+    setAxisSetting(m_autoLimitsX, on);
 }
 
 void OrvexChartView::setAutoLimitsY(bool on)
 {
-    m_autoLimitsY = on;
-    recalculateRange(false);
+    setAxisSetting(m_autoLimitsY, on);
 }
 
 void OrvexChartView::setAutoDivisionsX(bool on)
 {
-    m_autoDivisionsX = on;
-    recalculateRange(false);
+    setAxisSetting(m_autoDivisionsX, on);
 }
 
 void OrvexChartView::setAutoDivisionsY(bool on)
 {
-    m_autoDivisionsY = on;
-    recalculateRange(false);
+    setAxisSetting(m_autoDivisionsY, on);
 }
 
 void OrvexChartView::setMagnitudeAutoLimits(bool on)
 {
-    m_magnitudeAutoLimits = on;
-    recalculateRange(false);
+    setAxisSetting(m_magnitudeAutoLimits, on);
 }
 
 void OrvexChartView::setMagnitudeNormalized(bool on)
@@ -1221,14 +1213,12 @@ void OrvexChartView::setUseYLog(bool on)
 
 void OrvexChartView::setXLogBase(double base)
 {
-    m_xLogBase = base;
-    recalculateRange(false);
+    setAxisSetting(m_xLogBase, base);
 }
 
 void OrvexChartView::setYLogBase(double base)
 {
-    m_yLogBase = base;
-    recalculateRange(false);
+    setAxisSetting(m_yLogBase, base);
 }
 
 void OrvexChartView::setUseDB(bool on)
@@ -1542,6 +1532,9 @@ bool OrvexChartView::saveImage(const std::string& path, int width, int height)
 void OrvexChartView::showConfigureDialog()
 {
     emit configureRequested();
+    auto* dialog = new OrvexCurveConfigureDialog(this, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->exec();
 }
 
 bool OrvexChartView::importJson(const QString& path)
