@@ -160,6 +160,8 @@ OrvexCurveConfigureDialog::OrvexCurveConfigureDialog(OrvexChartView* view, QWidg
     m_upperTabs->setObjectName(QStringLiteral("upperTabs"));
     buildPlotTab(m_upperTabs);
     buildAxesTab(m_upperTabs);
+    // The tables below get the room the axes groups do not need.
+    m_upperTabs->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     layout->addWidget(m_upperTabs);
 
     m_lowerTabs = new QTabWidget;
@@ -403,6 +405,7 @@ void OrvexCurveConfigureDialog::buildCurveTable()
             m_curveRows.push_back(row);
         }
     }
+    m_curveTable->resizeColumnsToContents();
     m_lowerTabs->addTab(m_curveTable, QStringLiteral("Curves"));
 }
 
@@ -512,6 +515,8 @@ void OrvexCurveConfigureDialog::buildMarkerTab()
         m_markerInfos.push_back(info);
     }
     refreshAllMarkersTable();
+    m_pointMarkerTable->resizeColumnsToContents();
+    m_lineMarkerTable->resizeColumnsToContents();
     m_markerTabs->addTab(m_allMarkerTable, QStringLiteral("All Markers"));
     m_markerTabs->addTab(m_pointMarkerTable, QStringLiteral("Point Markers"));
     m_markerTabs->addTab(m_lineMarkerTable, QStringLiteral("Line Markers"));
@@ -534,6 +539,7 @@ void OrvexCurveConfigureDialog::refreshAllMarkersTable()
         m_allMarkerTable->setItem(r, 3, new QTableWidgetItem(info->xEdit()->text()));
         m_allMarkerTable->setItem(r, 4, new QTableWidgetItem(info->yEdit()->text()));
     }
+    m_allMarkerTable->resizeColumnsToContents();
 }
 
 // ------------------------------------------------------------------ helpers
