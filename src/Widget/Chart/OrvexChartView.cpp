@@ -9,6 +9,7 @@
 #include "Widget/Chart/OrvexBorderItem.h"
 #include "Widget/Chart/OrvexChartMarkerManager.h"
 #include "Widget/Chart/OrvexCurve.h"
+#include "Widget/Chart/OrvexCurveConfigureDialog.h"
 #include "Widget/Chart/OrvexCurveCsvFile.h"
 #include "Widget/Chart/OrvexCurveGroup.h"
 #include "Widget/Chart/OrvexCurveManager.h"
@@ -1094,7 +1095,7 @@ bool OrvexChartView::changeViewTypeTo(ViewType type)
 
 void OrvexChartView::recordProperty(const std::string& key, const std::string& value)
 {
-    if (!m_initialising)
+    if (!m_initialising && !m_propertyRecordingPaused)
         Python::QtUIPysUtils::setProperty(m_variableName, key, value);
 }
 
@@ -1531,6 +1532,9 @@ bool OrvexChartView::saveImage(const std::string& path, int width, int height)
 void OrvexChartView::showConfigureDialog()
 {
     emit configureRequested();
+    auto* dialog = new OrvexCurveConfigureDialog(this, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->exec();
 }
 
 bool OrvexChartView::importJson(const QString& path)

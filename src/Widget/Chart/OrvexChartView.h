@@ -288,9 +288,13 @@ public:
     QImage captureImage(int width, int height);
     bool saveImage(const std::string& path, int width, int height);
 
-    /// Asks for the configuration; the dialog is not part of the library
-    /// yet, so this only emits `configureRequested()`.
+    /// Emits `configureRequested()`, then opens the configuration dialog
+    /// (modal, deleted on close).
     void showConfigureDialog();
+    /// While paused, setters do not record their own property statements;
+    /// the configuration dialog records one statement for all of them.
+    void setPropertyRecordingPaused(bool paused) { m_propertyRecordingPaused = paused; }
+    bool propertyRecordingPaused() const { return m_propertyRecordingPaused; }
 
     /// JSON curve files; an empty path asks the user. Recorded.
     bool importJson(const QString& path = QString());
@@ -460,6 +464,7 @@ private:
     bool m_matchTextColorToLine = false;
     bool m_namesInLabels = false;
     bool m_decimationEnabled = true;
+    bool m_propertyRecordingPaused = false;
     ExportType m_exportType = CommaSeparated;
     OrvexChartConfiguration m_configuration;
 
