@@ -563,20 +563,28 @@ void TestOrvexCurveConfigureDialog::fitAllReloadsRanges()
 void TestOrvexCurveConfigureDialog::configureEntryOpensDialog()
 {
     QString title;
-    bool hadCurves = false;
+    int curveRows = -1;
+    bool modal = false;
+    QPointer<QWidget> opened;
     ModalCatcher catcher([&](QWidget* widget) {
         if (auto* dialog = qobject_cast<OrvexCurveConfigureDialog*>(widget)) {
             title = dialog->windowTitle();
-            hadCurves = dialog->findChild<QTableWidget*>("m_curveTableWidget")->rowCount() == 2;
+            modal = dialog->isModal();
+            curveRows = dialog->findChild<QTableWidget*>("m_curveTableWidget")->rowCount();
+            opened = dialog;
         }
         widget->close();
     });
-    m_view->showConfigureDialog();
-    QVERIFY(catcher.caught());
+    // Through the chart's context menu, as a user reaches it.
+    MenuInspector inspector(QStringLiteral("Configure"));
+    rightClick(m_view.get(), m_view->plotArea().center());
+    QVERIFY(inspector.seen);
+    QTRY_VERIFY(catcher.caught());
+    QVERIFY(modal);
     QVERIFY(title.startsWith("Configure "));
-    QVERIFY(hadCurves);
+    QCOMPARE(curveRows, 2);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(m_view->findChildren<OrvexCurveConfigureDialog*>().isEmpty()); // deleted on close
+    QVERIFY(opened.isNull()); // deleted on close
 }
 
 void TestOrvexCurveConfigureDialog::colorButtonPicksColor()
