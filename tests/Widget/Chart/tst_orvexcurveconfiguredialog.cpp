@@ -7,6 +7,7 @@
 #include "Widget/Chart/ComponentInfo.h"
 #include "Widget/Chart/LineMarker.h"
 #include "Widget/Chart/OrvexChartMarkerManager.h"
+#include "Widget/Chart/OrvexCurveGroup.h"
 #include "Widget/Chart/OrvexCurveColorChooserButton.h"
 #include "Widget/Chart/OrvexCurveConfigureDialog.h"
 #include "Widget/Chart/PointMarker.h"
@@ -15,6 +16,8 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDoubleValidator>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
@@ -106,6 +109,7 @@ private slots:
     void okAppliesAndCloses();
     void fitAllReloadsRanges();
     void configureEntryOpensDialog();
+    void csvMenuEntriesOnRealFiles();
     void colorButtonPicksColor();
     void exportLineChart();
     void exportPolarChart();
@@ -585,6 +589,50 @@ void TestOrvexCurveConfigureDialog::configureEntryOpensDialog()
     QCOMPARE(curveRows, 2);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(opened.isNull()); // deleted on close
+}
+
+void TestOrvexCurveConfigureDialog::csvMenuEntriesOnRealFiles()
+{
+    // The chart menu's CSV entries next to "Configure": export through the
+    // save dialog to a real file, import it into another chart.
+    QTemporaryDir dir;
+    const QString path = dir.filePath("curves.csv");
+    const auto answer = [](const QString& file) {
+        return [file](QWidget* widget) {
+            auto* dialog = qobject_cast<QFileDialog*>(widget);
+            if (!dialog) {
+                widget->close();
+                return;
+            }
+            dialog->selectFile(file);
+            // done() skips accept()'s wait for the folder model to list the file.
+            static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
+            // Never left open, whatever the dialog made of the answer.
+            QTimer::singleShot(2000, dialog, [dialog] { dialog->close(); });
+        };
+    };
+    {
+        ModalCatcher save(answer(path));
+        MenuInspector inspector(QStringLiteral("Export Data to CSV"));
+        rightClick(m_view.get(), m_view->plotArea().center());
+        QTRY_VERIFY(save.caught());
+    }
+    QVERIFY(QFileInfo::exists(path));
+
+    auto other = makeView();
+    {
+        ModalCatcher open(answer(path));
+        MenuInspector inspector(QStringLiteral("Import Data from CSV"));
+        rightClick(other.get(), other->plotArea().center());
+        QTRY_VERIFY(open.caught());
+    }
+    settle(other.get());
+    QStringList titles;
+    for (const auto& group : other->getCurveManager()->getAllGroups())
+        for (const auto& curve : group->getAllCurves())
+            titles << QString::fromStdString(curve->title());
+    QCOMPARE(titles.size(), 2);
+    QVERIFY(titles.first().startsWith("first"));
 }
 
 void TestOrvexCurveConfigureDialog::colorButtonPicksColor()
