@@ -604,8 +604,10 @@ void TestOrvexCurveConfigureDialog::csvMenuEntriesOnRealFiles()
                 widget->close();
                 return;
             }
-            dialog->selectFile(file);
-            // done() skips accept()'s wait for the folder model to list the file.
+            // Typed into the name field, as a user would.
+            auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+            if (name)
+                name->setText(file);
             static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
             // Never left open, whatever the dialog made of the answer.
             QTimer::singleShot(2000, dialog, [dialog] { dialog->close(); });
