@@ -918,6 +918,13 @@ void OrvexChartView::recalculatePolarAxisRange()
 
 void OrvexChartView::recalculateRange(bool zooming)
 {
+    // Every axis change makes Qt Charts re-stroke each series' whole path;
+    // emptied first, the series cost nothing until their new points arrive.
+    for (auto& [id, state] : m_series) {
+        if (state->series && state->series->count() > 0)
+            state->series->clear();
+    }
+    m_seriesDirty = true;
     const bool wasZooming = m_zooming;
     m_zooming = m_zooming || zooming;
     if (isPolarChart()) {
@@ -941,7 +948,11 @@ void OrvexChartView::recalculateRange(bool zooming)
             recalculateCartesianAxisRange(m_axisX, m_rangeX.first, m_rangeX.second);
     }
     m_zooming = wasZooming;
-    scheduleSeriesUpdate();
+    // Lay out the new tick labels now, so the series are reduced once, for
+    // the plot area they will be drawn in.
+    if (chart() && chart()->layout())
+        chart()->layout()->activate();
+    flushSeries();
     afterRangeChange();
     emit axesUpdate();
 }
@@ -1501,25 +1512,32 @@ QImage OrvexChartView::captureImage(int width, int height)
     if (!c || width <= 0 || height <= 0)
         return QImage();
     const QSizeF previous = c->size();
-    c->resize(width, height);
-    if (c->layout())
+    const bool resized = previous != QSizeF(width, height);
+    if (resized) {
+        c->resize(width, height);
+        if (c->layout())
+            c->layout()->activate();
+        recalculateRange(false);
+    } else if (c->layout()) {
+        // New axis labels may have moved the plot area since the last layout.
         c->layout()->activate();
-    recalculateRange(false);
-    m_seriesDirty = true;
+    }
     flushSeries();
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
+    // The frame buffer is kept for the next capture once callers let go of
+    // it: a fresh multi-megabyte image costs more in page faults than drawing.
+    if (m_captureBuffer.size() != QSize(width, height) || !m_captureBuffer.isDetached())
+        m_captureBuffer = QImage(width, height, QImage::Format_ARGB32_Premultiplied);
+    m_captureBuffer.fill(Qt::white);
     {
-        QPainter painter(&image);
+        QPainter painter(&m_captureBuffer);
         scene()->render(&painter, QRectF(0, 0, width, height), QRectF(0, 0, width, height));
     }
-    if (previous.isValid() && !previous.isEmpty() && previous != QSizeF(width, height)) {
+    const QImage image = m_captureBuffer;
+    if (resized && previous.isValid() && !previous.isEmpty()) {
         c->resize(previous);
         if (c->layout())
             c->layout()->activate();
         recalculateRange(false);
-        m_seriesDirty = true;
-        flushSeries();
     }
     return image;
 }

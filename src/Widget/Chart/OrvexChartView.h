@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QImage>
 #include <QPointer>
 #include <QtCharts/QChartView>
 
@@ -497,6 +498,7 @@ private:
     OrvexAxisLabelEdit* m_axisLabelEdit = nullptr;
     QRubberBand* m_rubberBand = nullptr;
     QAction* m_continuousLineAction = nullptr;
+    QImage m_captureBuffer;
 };
 
 } // namespace Gui::Widget

@@ -36,54 +36,54 @@ void OrvexSeriesDecimator::m4(const double* x, const double* y, std::size_t coun
     out.clear();
     if (count == 0)
         return;
-    const auto [first, last] = visibleSlice(x, count, visibleMin, visibleMax);
+    auto [first, last] = visibleSlice(x, count, visibleMin, visibleMax);
+    if (xMap.log) // no logarithm for these
+        first = std::max(first, static_cast<std::size_t>(std::upper_bound(x, x + count, 0.0) - x));
     if (first >= last)
         return;
     out.reserve(static_cast<int>(std::min<std::size_t>(last - first, 4 * 8192)));
-
-    // Column of the current bin, its index range and its extremes.
-    bool open = false;
-    double column = 0;
-    std::size_t iFirst = 0;
-    std::size_t iLast = 0;
-    std::size_t iMin = 0;
-    std::size_t iMax = 0;
-    // Besides the first, lowest, highest and last point, their neighbours in
-    // the column are kept: the pixel a line rasterizer lights at a vertex
-    // depends on the direction of the two segments meeting there.
-    auto flush = [&] {
-        std::size_t idx[10] = {iFirst, iFirst + 1, iMin - 1, iMin, iMin + 1, iMax - 1, iMax, iMax + 1, iLast - 1, iLast};
-        for (std::size_t& i : idx)
-            i = std::clamp(i, iFirst, iLast);
-        std::sort(idx, idx + 10);
-        std::size_t previous = std::numeric_limits<std::size_t>::max();
-        for (const std::size_t i : idx) {
-            if (i != previous && !std::isnan(y[i]) && !std::isnan(x[i]))
-                out.append(QPointF(x[i], y[i]));
-            previous = i;
-        }
+    auto column = [&](std::size_t i) { return std::floor(xMap.map(x[i])); };
+    auto emit = [&](std::size_t i) {
+        if (!std::isnan(x[i]) && !std::isnan(y[i]))
+            out.append(QPointF(x[i], y[i]));
     };
-    for (std::size_t i = first; i < last; ++i) {
-        const double yi = y[i];
-        if (std::isnan(yi) || std::isnan(x[i]) || (xMap.log && x[i] <= 0))
-            continue;
-        const double c = std::floor(xMap.map(x[i]));
-        if (!open || c != column) {
-            if (open)
-                flush();
-            open = true;
-            column = c;
-            iFirst = iLast = iMin = iMax = i;
-            continue;
+
+    std::size_t i = first;
+    while (i < last) {
+        // The column's end: binary search for the next column's left edge,
+        // then settle rounding at the edge point by point.
+        const double c = column(i);
+        std::size_t j = static_cast<std::size_t>(std::lower_bound(x + i, x + last, xMap.unmap(c + 1)) - x);
+        j = std::max(j, i + 1);
+        while (j > i + 1 && column(j - 1) != c)
+            --j;
+        while (j < last && column(j) == c)
+            ++j;
+
+        std::size_t iMin = i;
+        std::size_t iMax = i;
+        double lo = y[i];
+        double hi = y[i];
+        for (std::size_t k = i + 1; k < j; ++k) {
+            const double v = y[k];
+            if (v < lo) {
+                lo = v;
+                iMin = k;
+            }
+            if (v > hi) {
+                hi = v;
+                iMax = k;
+            }
         }
-        iLast = i;
-        if (yi < y[iMin])
-            iMin = i;
-        if (yi > y[iMax])
-            iMax = i;
+        std::size_t idx[4] = {i, iMin, iMax, j - 1};
+        std::sort(idx, idx + 4);
+        emit(idx[0]);
+        for (int k = 1; k < 4; ++k) {
+            if (idx[k] != idx[k - 1])
+                emit(idx[k]);
+        }
+        i = j;
     }
-    if (open)
-        flush();
 }
 
 void OrvexSeriesDecimator::reduceInPixelSpace(const double* x, const double* y, std::size_t count,

@@ -211,7 +211,7 @@ void TestOrvexChartItems::m4KeepsColumnExtremes()
     QVector<QPointF> out;
     OrvexSeriesDecimator::m4(x.data(), y.data(), x.size(), map, 0, 2, out);
     QCOMPARE(out, (QVector<QPointF>{{0, 5}, {0.2, 1}, {0.4, 9}, {0.6, 4}, {1.1, 2}, {1.5, 8}, {1.9, 3}}));
-    // One column of 20: first, lowest, highest and last with their neighbours.
+    // One column of 20: first, lowest, highest and last.
     std::vector<double> x2;
     std::vector<double> y2;
     for (int i = 0; i < 20; ++i) {
@@ -220,7 +220,7 @@ void TestOrvexChartItems::m4KeepsColumnExtremes()
     }
     OrvexSeriesDecimator::m4(x2.data(), y2.data(), x2.size(), map, 0, 1, out);
     QVector<QPointF> expected;
-    for (int i : {0, 1, 6, 7, 8, 11, 12, 13, 18, 19})
+    for (int i : {0, 7, 12, 19})
         expected.append(QPointF(x2[i], y2[i]));
     QCOMPARE(out, expected);
     // Outside the visible range only the neighbours of the edges stay.
