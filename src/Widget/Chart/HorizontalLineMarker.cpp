@@ -33,7 +33,8 @@ QPointF HorizontalLineMarker::hintTopLeft(const QSizeF& size) const
     }
     const double y = position().y();
     const double top = y - size.height() - 2 < area.top() ? y + 2 : y - size.height() - 2;
-    return QPointF(area.right() - size.width() - 4, top);
+    // On the left: the docked legend takes the top-right corner.
+    return QPointF(area.left() + 4, top);
 }
 
 } // namespace Gui::Widget

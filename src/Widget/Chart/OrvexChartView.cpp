@@ -298,6 +298,8 @@ void OrvexChartView::initCartesianAxes(QChart* chart)
         axis->setTickType(QValueAxis::TicksDynamic);
         connectAxis(axis);
     }
+    m_axisX->setRange(m_rangeX.first, m_rangeX.second);
+    m_axisY->setRange(m_rangeY.first, m_rangeY.second);
     m_axisXLog->setBase(m_xLogBase);
     m_axisYLog->setBase(m_yLogBase);
     m_axisXLog->setLabelFormat(QStringLiteral("%g"));
@@ -321,6 +323,10 @@ void OrvexChartView::initPolarAxes(QPolarChart* chart)
     m_angularAxis->setLabelsVisible(false);
     m_magnitudeAxis->setTickInterval(10);
     m_magnitudeAxis->setTickType(QValueAxis::TicksDynamic);
+    // Markers are placed as soon as the chart lays out; the axes must not
+    // show Qt's 0..1 default meanwhile.
+    m_angularAxis->setRange(m_rangeAngular.first, m_rangeAngular.second);
+    m_magnitudeAxis->setRange(m_rangeMagnitude.first, m_rangeMagnitude.second);
     connectAxis(m_angularAxis);
     connectAxis(m_magnitudeAxis);
     chart->addAxis(m_angularAxis, QPolarChart::PolarOrientationAngular);
@@ -1414,7 +1420,9 @@ bool OrvexChartView::findClosestPointInCurve(const QPointF& scenePos, const std:
                                              QPointF& result) const
 {
     const auto curve = m_curveManager->getCurve(curveId);
-    if (!curve || curve->dataSize() == 0)
+    // Before the first layout every point maps to one spot; nothing is nearest.
+    const QRectF area = plotArea();
+    if (!curve || curve->dataSize() == 0 || area.width() <= 0 || area.height() <= 0)
         return false;
     const auto& x = curve->xData();
     const auto& y = curve->yData();
