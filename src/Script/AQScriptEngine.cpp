@@ -59,6 +59,15 @@ void closeScriptAndJournal()
     s.journalOpen = false;
 }
 
+void pauseAfterCommand()
+{
+    const int interval = AQScripts::getScriptReplayInterval();
+    if (!AQScripts::getScriptEnableInterval() || interval < 1)
+        return;
+    QCoreApplication::processEvents();
+    QThread::msleep(static_cast<unsigned long>(interval));
+}
+
 } // namespace Pvt
 
 using Pvt::engineState;
@@ -246,10 +255,7 @@ bool builtinOpenScriptFileForReplay(const QString& file, int interval, int versi
         const bool enabledBefore = AQScripts::getScriptEnableInterval();
         if (ignorePause)
             AQScripts::setScriptEnableInterval(false);
-        if (AQScripts::getScriptEnableInterval() && interval >= 1) {
-            QCoreApplication::processEvents();
-            QThread::msleep(static_cast<unsigned long>(interval));
-        }
+        Pvt::pauseAfterCommand();
         if (ignorePause)
             AQScripts::setScriptEnableInterval(enabledBefore);
 

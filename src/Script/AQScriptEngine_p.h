@@ -53,6 +53,10 @@ void builtinWriteToScript(const QString& line);
 QString timestampText();
 /// Closes the replay's script file and the journal file.
 void closeScriptAndJournal();
+/// The pause after a replayed command, for the replay loop and for modal
+/// dialogs pulling their own lines: when pausing is on and the interval is
+/// at least 1 ms, process pending events once, then sleep the interval.
+void pauseAfterCommand();
 
 } // namespace Pvt
 } // namespace QtUIBase

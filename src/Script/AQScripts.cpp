@@ -59,6 +59,13 @@ QString quotedIfBlank(const QString& value)
     return value.contains(QLatin1Char(' ')) ? quoted(value) : value;
 }
 
+// "QtFillin <value>", the value quoted when it holds a blank: recorded
+// answers and their echo during replay alike.
+QString fillinLine(const QString& value)
+{
+    return fillinWord() + QLatin1Char(' ') + quotedIfBlank(value);
+}
+
 // Replayed commands are echoed with a simpler rule than recording uses:
 // only texts with blanks are quoted.
 QString encodeEcho(const QString& arg)
@@ -198,7 +205,7 @@ void AQScripts::recordFillin(const QString& value)
 {
     if (m_disableRecording || AQIsScriptReplayActive())
         return;
-    AQWriteToScript(fillinWord() + QLatin1Char(' ') + quotedIfBlank(value));
+    AQWriteToScript(fillinLine(value));
 }
 
 void AQScripts::recordParamFillIn(const QString& param, const QString& value)
@@ -341,7 +348,7 @@ QString AQScripts::getFillin()
         return QString();
     const QString value = line.at(1);
     if (m_includeScriptCommandsInJournal)
-        AQWriteToScript(fillinWord() + QLatin1Char(' ') + quotedIfBlank(value));
+        AQWriteToScript(fillinLine(value));
     return value;
 }
 
@@ -352,7 +359,7 @@ QString AQScripts::getParamFillin(const QString& param)
         return QString();
     const QString value = line.at(2);
     if (m_includeScriptCommandsInJournal)
-        AQWriteToScript(fillinWord() + QLatin1Char(' ') + quotedIfBlank(value));
+        AQWriteToScript(fillinLine(value));
     return value;
 }
 

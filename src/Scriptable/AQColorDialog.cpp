@@ -1,10 +1,9 @@
 #include "Scriptable/AQColorDialog.h"
 
 #include "Script/AQScriptBackend.h"
+#include "Script/AQScriptEngine_p.h"
 #include "Scriptable/AQWrapperSupport_p.h"
 
-#include <QCoreApplication>
-#include <QThread>
 
 namespace QtUIBase {
 
@@ -103,17 +102,13 @@ int AQColorDialog::runReplayLoop()
     setWindowModality(Qt::ApplicationModal);
     show();
     m_finished = false;
-    const int interval = AQScripts::getScriptReplayInterval();
     const int result = m_result;
     // A stopped replay closes the script, so the next pull finds nothing;
     // the replay state is checked as well for a stop during the pause.
     while (AQIsScriptReplayActive() && processNextScriptCommand()) {
         if (m_finished)
             return result;
-        if (AQScripts::getScriptEnableInterval() && interval >= 1) {
-            QCoreApplication::processEvents();
-            QThread::msleep(static_cast<unsigned long>(interval));
-        }
+        Pvt::pauseAfterCommand();
     }
     // Left open, an application-modal dialog without its own event loop
     // would block the whole interface.

@@ -2,14 +2,13 @@
 
 #include "Script/AQObjects.h"
 #include "Script/AQScriptBackend.h"
+#include "Script/AQScriptEngine_p.h"
 #include "Script/AQScripts.h"
 #include "Settings/AQSettings.h"
 
 #include <QChildEvent>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QPointer>
-#include <QThread>
 
 namespace QtUIBase {
 
@@ -85,7 +84,6 @@ int AQDialog::exec()
     show();
     connect(this, &QDialog::finished, this, &AQDialog::processDialogFinished, Qt::UniqueConnection);
     m_finished = false;
-    const int interval = AQScripts::getScriptReplayInterval();
 
     // A replayed line may delete the dialog; the guard notices.
     const QPointer<AQDialog> self(this);
@@ -94,10 +92,7 @@ int AQDialog::exec()
         // empty; testing the state as well keeps a host engine from spinning.
         if (!AQIsScriptReplayActive() || !processNextScriptCommand())
             break;
-        if (AQScripts::getScriptEnableInterval() && interval >= 1) {
-            QCoreApplication::processEvents();
-            QThread::msleep(static_cast<unsigned long>(interval));
-        }
+        Pvt::pauseAfterCommand();
     }
     if (!self)
         return 1;
