@@ -81,7 +81,6 @@ void tst_AQAction::constructors()
     else
         action = new AQAction(QStringLiteral("Save As"), m_window.get(), scriptable);
     QCOMPARE(action->text(), text);
-    QCOMPARE(action->parent(), m_window.get());
     QCOMPARE(AQObjects::find(QStringLiteral("Window"), QStringLiteral("Save_As")) >= 0, scriptable);
     QCOMPARE(AQObjects::find(action) >= 0, scriptable);
     QVERIFY(action->triggerConnect());

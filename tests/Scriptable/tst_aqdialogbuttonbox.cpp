@@ -54,18 +54,13 @@ void tst_AQDialogButtonBox::clickRecords_data()
 {
     QTest::addColumn<int>("button"); // 0: a button of the application's own
     QTest::addColumn<QStringList>("records");
-    QTest::newRow("Ok") << int(QDialogButtonBox::Ok)
-                        << QStringList{QStringLiteral("QtSignal Window Box clicked Ok"),
-                                       QStringLiteral("QtSignal Window Box accepted")};
-    QTest::newRow("Cancel") << int(QDialogButtonBox::Cancel)
-                            << QStringList{QStringLiteral("QtSignal Window Box clicked Cancel"),
-                                           QStringLiteral("QtSignal Window Box rejected")};
-    QTest::newRow("Help") << int(QDialogButtonBox::Help)
-                          << QStringList{QStringLiteral("QtSignal Window Box clicked Help"),
-                                         QStringLiteral("QtSignal Window Box helpRequested")};
+    const QString head = QStringLiteral("QtSignal Window Box ");
+    QTest::newRow("Ok") << int(QDialogButtonBox::Ok) << QStringList{head + "clicked Ok", head + "accepted"};
+    QTest::newRow("Cancel") << int(QDialogButtonBox::Cancel) << QStringList{head + "clicked Cancel", head + "rejected"};
+    QTest::newRow("Help") << int(QDialogButtonBox::Help) << QStringList{head + "clicked Help", head + "helpRequested"};
     QTest::newRow("RestoreDefaults") << int(QDialogButtonBox::RestoreDefaults)
-                                     << QStringList{QStringLiteral("QtSignal Window Box clicked RestoreDefaults")};
-    QTest::newRow("own button") << 0 << QStringList{QStringLiteral("QtSignal Window Box clicked NoButton")};
+                                     << QStringList{head + "clicked RestoreDefaults"};
+    QTest::newRow("own button") << 0 << QStringList{head + "clicked NoButton"};
 }
 
 void tst_AQDialogButtonBox::clickRecords()
@@ -116,7 +111,6 @@ void tst_AQDialogButtonBox::notScriptable()
     QVERIFY(ScriptSandbox::recordLines(m_script).isEmpty());
     QCOMPARE(accepted.count(), 0);
     QCOMPARE(AQObjects::find(box), -1);
-    QCOMPARE(box->objectName(), QStringLiteral("Quiet Box"));
 }
 
 void tst_AQDialogButtonBox::replayClicked_data()

@@ -89,24 +89,13 @@ void tst_AQMessageBox::buttonNames_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<QString>("name");
-    QTest::newRow("OK") << 0x400 << "OK";
-    QTest::newRow("Save") << 0x800 << "Save";
-    QTest::newRow("SaveAll") << 0x1000 << "SaveAll";
-    QTest::newRow("Open") << 0x2000 << "Open";
-    QTest::newRow("Yes") << 0x4000 << "Yes";
-    QTest::newRow("YesToAll") << 0x8000 << "YesToAll";
-    QTest::newRow("No") << 0x10000 << "No";
-    QTest::newRow("NoToAll") << 0x20000 << "NoToAll";
-    QTest::newRow("Abort") << 0x40000 << "Abort";
-    QTest::newRow("Retry") << 0x80000 << "Retry";
-    QTest::newRow("Ignore") << 0x100000 << "Ignore";
-    QTest::newRow("Close") << 0x200000 << "Close";
-    QTest::newRow("Cancel") << 0x400000 << "Cancel";
-    QTest::newRow("Discard") << 0x800000 << "Discard";
-    QTest::newRow("Help") << 0x1000000 << "Help";
-    QTest::newRow("Apply") << 0x2000000 << "Apply";
-    QTest::newRow("Reset") << 0x4000000 << "Reset";
-    QTest::newRow("RestoreDefaults") << 0x8000000 << "RestoreDefaults";
+    const char* names[] = {"OK", "Save", "SaveAll", "Open", "Yes", "YesToAll", "No", "NoToAll", "Abort",
+                           "Retry", "Ignore", "Close", "Cancel", "Discard", "Help", "Apply", "Reset", "RestoreDefaults"};
+    int value = 0x400;
+    for (const char* name : names) {
+        QTest::newRow(name) << value << name;
+        value <<= 1;
+    }
     QTest::newRow("NoButton") << 0 << "NoButton";
 }
 

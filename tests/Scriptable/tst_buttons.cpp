@@ -73,8 +73,6 @@ private Q_SLOTS:
     void radioButtonReplay_data();
     void radioButtonReplay();
 
-    void toolButtonRecords_data();
-    void toolButtonRecords();
     void toolButtonReplay_data();
     void toolButtonReplay();
     void toolButtonAdoptsRegisteredMenu();
@@ -232,33 +230,49 @@ void tst_Buttons::unscriptableRecordsNothingAndIsNotFound()
 
 void tst_Buttons::pushButtonClickRecords_data()
 {
+    QTest::addColumn<bool>("tool");
     QTest::addColumn<bool>("checkable");
     QTest::addColumn<bool>("initiallyChecked");
-    QTest::addColumn<QStringList>("records");
+    QTest::addColumn<QString>("record");
     QTest::addColumn<bool>("clickedArgument");
 
-    QTest::newRow("plain") << false << false << QStringList{"push clicked"} << false;
-    QTest::newRow("checkable becomes checked") << true << false << QStringList{"push clicked on"} << true;
-    QTest::newRow("checkable becomes unchecked") << true << true << QStringList{"push clicked"} << false;
+    for (bool tool : {false, true}) {
+        const char* kind = tool ? "tool" : "push";
+        const QString name = QLatin1String(kind);
+        QTest::addRow("%s plain", kind) << tool << false << false << name + " clicked" << false;
+        QTest::addRow("%s becomes checked", kind) << tool << true << false << name + " clicked on" << true;
+        QTest::addRow("%s becomes unchecked", kind) << tool << true << true << name + " clicked" << false;
+    }
 }
 
 void tst_Buttons::pushButtonClickRecords()
 {
+    QFETCH(bool, tool);
     QFETCH(bool, checkable);
     QFETCH(bool, initiallyChecked);
-    QFETCH(QStringList, records);
+    QFETCH(QString, record);
     QFETCH(bool, clickedArgument);
 
-    auto* push = new AQPushButton(QStringLiteral("push"), QStringLiteral("Push"), m_fx->root(), true);
-    push->setCheckable(checkable);
-    push->setChecked(initiallyChecked);
-    // Only AClicked is listened to: listening to the others adds records.
-    QSignalSpy clicked(push, &AQPushButton::AClicked);
+    QAbstractButton* button = nullptr;
+    std::unique_ptr<QSignalSpy> clicked;
+    if (tool) {
+        auto* t = new AQToolButton(QStringLiteral("tool"), m_fx->root(), true);
+        t->resize(30, 30);
+        clicked = std::make_unique<QSignalSpy>(t, &AQToolButton::AClicked);
+        button = t;
+    } else {
+        auto* p = new AQPushButton(QStringLiteral("push"), QStringLiteral("Push"), m_fx->root(), true);
+        // Only AClicked is listened to: listening to the others adds records.
+        clicked = std::make_unique<QSignalSpy>(p, &AQPushButton::AClicked);
+        button = p;
+    }
+    button->setCheckable(checkable);
+    button->setChecked(initiallyChecked);
     m_fx->startRecording();
-    QTest::mouseClick(push, Qt::LeftButton);
-    QCOMPARE(m_fx->stopRecording(), records);
-    QCOMPARE(clicked.count(), 1);
-    QCOMPARE(clicked.first().first().toBool(), clickedArgument);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(m_fx->stopRecording(), QStringList{record});
+    QCOMPARE(clicked->count(), 1);
+    QCOMPARE(clicked->first().first().toBool(), clickedArgument);
 }
 
 void tst_Buttons::pushButtonLazyConnections_data()
@@ -491,32 +505,6 @@ void tst_Buttons::radioButtonReplay()
 }
 
 // --- tool buttons --------------------------------------------------------------
-
-void tst_Buttons::toolButtonRecords_data()
-{
-    QTest::addColumn<bool>("checkable");
-    QTest::addColumn<bool>("initiallyChecked");
-    QTest::addColumn<QString>("record");
-
-    QTest::newRow("plain") << false << false << "tool clicked";
-    QTest::newRow("becomes checked") << true << false << "tool clicked on";
-    QTest::newRow("becomes unchecked") << true << true << "tool clicked";
-}
-
-void tst_Buttons::toolButtonRecords()
-{
-    QFETCH(bool, checkable);
-    QFETCH(bool, initiallyChecked);
-    QFETCH(QString, record);
-
-    auto* tool = new AQToolButton(QStringLiteral("tool"), m_fx->root(), true);
-    tool->resize(30, 30);
-    tool->setCheckable(checkable);
-    tool->setChecked(initiallyChecked);
-    m_fx->startRecording();
-    QTest::mouseClick(tool, Qt::LeftButton);
-    QCOMPARE(m_fx->stopRecording(), QStringList{record});
-}
 
 void tst_Buttons::toolButtonReplay_data()
 {
