@@ -125,17 +125,14 @@ void tst_AQDialog::constructorFlags()
     QCOMPARE(gripped.objectName(), QStringLiteral("Grip_Dialog"));
     QVERIFY(AQObjects::find(&gripped) >= 0);
     QVERIFY(gripped.isSizeGripEnabled());
-    QCOMPARE(gripped.dialogName(), QStringLiteral("Grip Dialog"));
 }
 
 void tst_AQDialog::modalDialogReplaysItsOwnLines_data()
 {
     QTest::addColumn<bool>("confirm");
     QTest::addColumn<QStringList>("log");
-    QTest::newRow("typed and confirmed")
-        << true << QStringList{QStringLiteral("result 1"), QStringLiteral("text hello"), QStringLiteral("done")};
-    QTest::newRow("cancelled") << false
-                               << QStringList{QStringLiteral("result 0"), QStringLiteral("text "), QStringLiteral("done")};
+    QTest::newRow("typed and confirmed") << true << QStringList{"result 1", "text hello", "done"};
+    QTest::newRow("cancelled") << false << QStringList{"result 0", "text ", "done"};
 }
 
 void tst_AQDialog::modalDialogReplaysItsOwnLines()
@@ -219,11 +216,10 @@ void tst_AQDialog::closeRecordsAndUnregisters_data()
     QTest::addColumn<bool>("alwaysOn");
     QTest::addColumn<QStringList>("records");
     QTest::addColumn<bool>("registeredAfter");
-    QTest::newRow("ordinary") << QStringLiteral("Options Dialog") << false
-                              << QStringList{QStringLiteral("QtSignal Host Options_Dialog closed")} << false;
-    QTest::newRow("always on") << QStringLiteral("Options Dialog") << true
-                               << QStringList{QStringLiteral("QtSignal Host Options_Dialog closed")} << true;
-    QTest::newRow("text. dialog") << QStringLiteral("text.Find") << false << QStringList() << false;
+    const QStringList closed{"QtSignal Host Options_Dialog closed"};
+    QTest::newRow("ordinary") << "Options Dialog" << false << closed << false;
+    QTest::newRow("always on") << "Options Dialog" << true << closed << true;
+    QTest::newRow("text. dialog") << "text.Find" << false << QStringList() << false;
 }
 
 void tst_AQDialog::closeRecordsAndUnregisters()
