@@ -30,7 +30,6 @@ private Q_SLOTS:
     void permissionStackKeepsOneEntryPerTrigger();
     void replay_data();
     void replay();
-    void replayedFromScriptFile();
 
 private:
     std::unique_ptr<ScriptSandbox> m_sandbox;
@@ -204,19 +203,6 @@ void tst_AQAction::replay()
     QVERIFY(suppressedInside);
     QCOMPARE(AQScripts::recordingAllowedStackDepth(), depth);
     QCOMPARE(records(), QStringList());
-}
-
-void tst_AQAction::replayedFromScriptFile()
-{
-    AQStopScriptRecording();
-    auto* action = new AQAction(QStringLiteral("Show Grid"), QStringLiteral("Grid"), m_window.get(), true);
-    action->setCheckable(true);
-    QSignalSpy spy(action, &AQAction::ATriggered);
-    m_sandbox->writeScript(m_script, {"QtSignal Window Show_Grid triggered 1", "QtSignal Window Show_Grid triggered 0",
-                                      "QtSignal Window Show_Grid triggered"});
-    QVERIFY(AQOpenScriptFileForReplay(m_script, 0, 2));
-    QCOMPARE(spy.count(), 3);
-    QVERIFY(action->isChecked());
 }
 
 QTEST_MAIN(tst_AQAction)

@@ -281,7 +281,6 @@ void tst_Buttons::pushButtonLazyConnections_data()
     QTest::addColumn<int>("listeners");
     QTest::addColumn<QStringList>("records");
 
-    QTest::newRow("nobody listens: clicks only") << false << int(NoListener) << QStringList{"push clicked"};
     QTest::newRow("pressed listened") << false << int(PressedListener)
                                       << QStringList{"push pressed", "push clicked"};
     QTest::newRow("released listened") << false << int(ReleasedListener)
@@ -291,7 +290,6 @@ void tst_Buttons::pushButtonLazyConnections_data()
         << QStringList{"push pressed", "push released", "push clicked"};
     QTest::newRow("toggled listened on a checkable button") << true << int(ToggledListener)
                                                             << QStringList{"push toggled on", "push clicked on"};
-    QTest::newRow("checkable, toggled not listened") << true << int(NoListener) << QStringList{"push clicked on"};
 }
 
 void tst_Buttons::pushButtonLazyConnections()
