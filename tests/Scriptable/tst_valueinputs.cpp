@@ -76,18 +76,14 @@ private Q_SLOTS:
     void sliderClickToPosition();
     void sliderRecordsOncePerDrag_data();
     void sliderRecordsOncePerDrag();
-    void sliderReplay_data();
-    void sliderReplay();
 
     void textEditRecordsOnFocusOut_data();
     void textEditRecordsOnFocusOut();
-    void textEditReplay_data();
-    void textEditReplay();
 
     void labelRecords_data();
     void labelRecords();
-    void labelReplay_data();
-    void labelReplay();
+    void widgetReplay_data();
+    void widgetReplay();
 
     void inputDialogRecordsFillins_data();
     void inputDialogRecordsFillins();
@@ -636,33 +632,6 @@ void tst_ValueInputs::sliderRecordsOncePerDrag()
     QCOMPARE(written, records);
 }
 
-void tst_ValueInputs::sliderReplay_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<int>("value");
-
-    QTest::newRow("value") << "valueChanged 42" << 42;
-    QTest::newRow("not a number: 0") << "valueChanged x" << 0;
-    QTest::newRow("two args ignored") << "valueChanged 1 2" << 10;
-    QTest::newRow("no args ignored") << "valueChanged" << 10;
-    QTest::newRow("unknown signal ignored") << "sliderMoved 3" << 10;
-}
-
-void tst_ValueInputs::sliderReplay()
-{
-    QFETCH(QString, line);
-    QFETCH(int, value);
-
-    auto* slider = new AQSlider(QStringLiteral("slider"), m_fx->root(), true);
-    slider->setRange(0, 100);
-    slider->setValue(10);
-    m_log->watch(slider);
-    QVERIFY(m_fx->replay({QStringLiteral("slider ") + line}));
-    QCOMPARE(slider->value(), value);
-    QCOMPARE(m_log->entries(),
-             value == 10 ? QStringList() : QStringList{QStringLiteral("slider:AValueChanged(%1)").arg(value)});
-}
-
 // --- text edit ---------------------------------------------------------------
 
 void tst_ValueInputs::textEditRecordsOnFocusOut_data()
@@ -710,32 +679,6 @@ void tst_ValueInputs::textEditRecordsOnFocusOut()
     QCOMPARE(m_fx->stopRecording(), records);
     QCOMPARE(m_log->entries().size(), focusChanges);
     QCOMPARE(m_log->entries().first(), QStringLiteral("edit:ATextChanged(%1)").arg(lines.join('\n')));
-}
-
-void tst_ValueInputs::textEditReplay_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("a b a: no break after a line equal to the last") << "textChanged a b a" << "ab\na";
-    QTest::newRow("distinct lines") << "textChanged a b c" << "a\nb\nc";
-    QTest::newRow("one line") << "textChanged \"one line\"" << "one line";
-    QTest::newRow("no args ignored") << "textChanged" << "start";
-    QTest::newRow("unknown signal ignored") << "textEdited x" << "start";
-}
-
-void tst_ValueInputs::textEditReplay()
-{
-    QFETCH(QString, line);
-    QFETCH(QString, text);
-
-    auto* edit = new AQTextEdit(QStringLiteral("edit"), QStringLiteral("start"), m_fx->root(), true);
-    m_log->watch(edit);
-    QVERIFY(m_fx->replay({QStringLiteral("edit ") + line}));
-    QCOMPARE(edit->toPlainText(), text);
-    QCOMPARE(m_log->entries(),
-             text == QLatin1String("start") ? QStringList()
-                                            : QStringList{QStringLiteral("edit:ATextChanged(%1)").arg(text)});
 }
 
 // --- label -------------------------------------------------------------------
@@ -788,30 +731,57 @@ void tst_ValueInputs::labelRecords()
     QCOMPARE(spin->value(), listened ? 3 : 0);
 }
 
-void tst_ValueInputs::labelReplay_data()
+void tst_ValueInputs::widgetReplay_data()
 {
     QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("state"); // slider value or text edit text after the replay
     QTest::addColumn<QStringList>("signalLog");
 
-    QTest::newRow("context menu") << "customContextMenuRequested 3 4"
-                                  << QStringList{"label:ACustomContextMenuRequested(3;4)"};
-    QTest::newRow("context menu, negative") << "customContextMenuRequested \"-3\" 4 extra"
-                                            << QStringList{"label:ACustomContextMenuRequested(-3;4)"};
-    QTest::newRow("context menu, one arg ignored") << "customContextMenuRequested 3" << QStringList();
-    QTest::newRow("link") << "linkActivated page:7" << QStringList{"label:ALinkActivated(page:7)"};
-    QTest::newRow("link without args ignored") << "linkActivated" << QStringList();
-    QTest::newRow("unknown signal ignored") << "linkHovered x" << QStringList();
+    QTest::newRow("slider value") << "slider valueChanged 42" << "42" << QStringList{"slider:AValueChanged(42)"};
+    QTest::newRow("slider, not a number: 0") << "slider valueChanged x" << "0" << QStringList{"slider:AValueChanged(0)"};
+    QTest::newRow("slider, two args ignored") << "slider valueChanged 1 2" << "10" << QStringList();
+    QTest::newRow("slider, no args ignored") << "slider valueChanged" << "10" << QStringList();
+    QTest::newRow("slider, unknown signal ignored") << "slider sliderMoved 3" << "10" << QStringList();
+
+    QTest::newRow("text a b a: no break after a line equal to the last")
+        << "text textChanged a b a" << "ab\na" << QStringList{"text:ATextChanged(ab\na)"};
+    QTest::newRow("text, distinct lines") << "text textChanged a b c" << "a\nb\nc"
+                                          << QStringList{"text:ATextChanged(a\nb\nc)"};
+    QTest::newRow("text, one line") << "text textChanged \"one line\"" << "one line"
+                                    << QStringList{"text:ATextChanged(one line)"};
+    QTest::newRow("text, no args ignored") << "text textChanged" << "start" << QStringList();
+    QTest::newRow("text, unknown signal ignored") << "text textEdited x" << "start" << QStringList();
+
+    QTest::newRow("label context menu") << "label customContextMenuRequested 3 4" << ""
+                                        << QStringList{"label:ACustomContextMenuRequested(3;4)"};
+    QTest::newRow("label context menu, negative") << "label customContextMenuRequested \"-3\" 4 extra" << ""
+                                                  << QStringList{"label:ACustomContextMenuRequested(-3;4)"};
+    QTest::newRow("label context menu, one arg ignored") << "label customContextMenuRequested 3" << "" << QStringList();
+    QTest::newRow("label link") << "label linkActivated page:7" << "" << QStringList{"label:ALinkActivated(page:7)"};
+    QTest::newRow("label link without args ignored") << "label linkActivated" << "" << QStringList();
+    QTest::newRow("label unknown signal ignored") << "label linkHovered x" << "" << QStringList();
 }
 
-void tst_ValueInputs::labelReplay()
+void tst_ValueInputs::widgetReplay()
 {
     QFETCH(QString, line);
+    QFETCH(QString, state);
     QFETCH(QStringList, signalLog);
 
+    auto* slider = new AQSlider(QStringLiteral("slider"), m_fx->root(), true);
+    slider->setRange(0, 100);
+    slider->setValue(10);
+    auto* text = new AQTextEdit(QStringLiteral("text"), QStringLiteral("start"), m_fx->root(), true);
     auto* label = new AQLabel(QStringLiteral("label"), m_fx->root(), Qt::WindowFlags(), true);
+    m_log->watch(slider);
+    m_log->watch(text);
     m_log->watch(label);
-    QVERIFY(m_fx->replay({QStringLiteral("label ") + line}));
+    QVERIFY(m_fx->replay({line}));
     QCOMPARE(m_log->entries(), signalLog);
+    if (line.startsWith(QLatin1String("slider")))
+        QCOMPARE(QString::number(slider->value()), state);
+    else if (line.startsWith(QLatin1String("text")))
+        QCOMPARE(text->toPlainText(), state);
 }
 
 // --- input dialog ------------------------------------------------------------
