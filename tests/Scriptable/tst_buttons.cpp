@@ -62,19 +62,15 @@ private Q_SLOTS:
     void pushButtonLazyConnections();
     void pushButtonFlushesPendingLineEdit_data();
     void pushButtonFlushesPendingLineEdit();
-    void pushButtonReplay_data();
-    void pushButtonReplay();
+    void buttonReplay_data();
+    void buttonReplay();
     void replayedEditIsNotFlushedAgain();
 
     void colorButtonPaint_data();
     void colorButtonPaint();
 
     void radioButtonsRecordBothButtons();
-    void radioButtonReplay_data();
-    void radioButtonReplay();
 
-    void toolButtonReplay_data();
-    void toolButtonReplay();
     void toolButtonAdoptsRegisteredMenu();
 
     void actionRecordsAndReplays_data();
@@ -348,36 +344,86 @@ void tst_Buttons::pushButtonFlushesPendingLineEdit()
     QCOMPARE(AQScripts::getLineEditToRecord(), nullptr);
 }
 
-void tst_Buttons::pushButtonReplay_data()
+void tst_Buttons::buttonReplay_data()
 {
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("checkable");
+    QTest::addColumn<bool>("initiallyChecked");
     QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("finalChecked");
     QTest::addColumn<QStringList>("signalLog");
 
-    QTest::newRow("clicked without args") << "clicked" << QStringList{"push:AClicked(false)"};
-    QTest::newRow("clicked on") << "clicked on" << QStringList{"push:AClicked(true)"};
-    QTest::newRow("clicked other word") << "clicked On" << QStringList{"push:AClicked(false)"};
-    QTest::newRow("toggled on") << "toggled on" << QStringList{"push:AToggled(true)"};
-    QTest::newRow("toggled off, extra args") << "toggled off x" << QStringList{"push:AToggled(false)"};
-    QTest::newRow("toggled without args ignored") << "toggled" << QStringList();
-    QTest::newRow("pressed") << "pressed" << QStringList{"push:APressed()"};
-    QTest::newRow("pressed with an arg ignored") << "pressed on" << QStringList();
-    QTest::newRow("released") << "released" << QStringList{"push:AReleased()"};
-    QTest::newRow("released with an arg ignored") << "released on" << QStringList();
-    QTest::newRow("unknown signal ignored") << "activated x" << QStringList();
+    // A push button's replay reports the operation; the application decides what it changes.
+    const auto push = [](const char* row, const char* line, const QStringList& log) {
+        QTest::newRow(row) << "push" << true << false << line << false << log;
+    };
+    push("push clicked without args", "clicked", {"push:AClicked(false)"});
+    push("push clicked on", "clicked on", {"push:AClicked(true)"});
+    push("push clicked other word", "clicked On", {"push:AClicked(false)"});
+    push("push toggled on", "toggled on", {"push:AToggled(true)"});
+    push("push toggled off, extra args", "toggled off x", {"push:AToggled(false)"});
+    push("push toggled without args ignored", "toggled", {});
+    push("push pressed", "pressed", {"push:APressed()"});
+    push("push pressed with an arg ignored", "pressed on", {});
+    push("push released", "released", {"push:AReleased()"});
+    push("push released with an arg ignored", "released on", {});
+    push("push unknown signal ignored", "activated x", {});
+
+    QTest::newRow("radio toggled on") << "radio" << true << false << "toggled on" << true
+                                      << QStringList{"radio:AToggled(true)"};
+    QTest::newRow("radio toggled off") << "radio" << true << true << "toggled off" << false
+                                       << QStringList{"radio:AToggled(false)"};
+    QTest::newRow("radio toggled any other word checks") << "radio" << true << false << "toggled Off" << true
+                                                         << QStringList{"radio:AToggled(true)"};
+    QTest::newRow("radio toggled without args ignored") << "radio" << true << false << "toggled" << false
+                                                        << QStringList();
+    QTest::newRow("radio clicked on keeps the state") << "radio" << true << false << "clicked on" << false
+                                                      << QStringList{"radio:AClicked(true)"};
+    QTest::newRow("radio clicked without args") << "radio" << true << true << "clicked" << true
+                                                << QStringList{"radio:AClicked(false)"};
+    QTest::newRow("radio unknown signal ignored") << "radio" << true << false << "pressed" << false << QStringList();
+
+    QTest::newRow("tool checkable, on") << "tool" << true << false << "clicked on" << true
+                                        << QStringList{"tool:AClicked(true)"};
+    QTest::newRow("tool checkable, no args unchecks") << "tool" << true << true << "clicked" << false
+                                                      << QStringList{"tool:AClicked(false)"};
+    QTest::newRow("tool checkable, other word unchecks") << "tool" << true << true << "clicked ON" << false
+                                                         << QStringList{"tool:AClicked(false)"};
+    QTest::newRow("tool not checkable, on reports false") << "tool" << false << false << "clicked on" << false
+                                                          << QStringList{"tool:AClicked(false)"};
+    QTest::newRow("tool unknown signal ignored") << "tool" << true << false << "toggled on" << false << QStringList();
 }
 
-void tst_Buttons::pushButtonReplay()
+void tst_Buttons::buttonReplay()
 {
+    QFETCH(QString, kind);
+    QFETCH(bool, checkable);
+    QFETCH(bool, initiallyChecked);
     QFETCH(QString, line);
+    QFETCH(bool, finalChecked);
     QFETCH(QStringList, signalLog);
 
-    auto* push = new AQPushButton(QStringLiteral("push"), QStringLiteral("Push"), m_fx->root(), true);
-    push->setCheckable(true);
-    m_log->watch(push);
-    QVERIFY(m_fx->replay({QStringLiteral("push ") + line}));
+    QAbstractButton* button = nullptr;
+    if (kind == QLatin1String("push")) {
+        button = new AQPushButton(kind, QStringLiteral("Push"), m_fx->root(), true);
+    } else if (kind == QLatin1String("radio")) {
+        auto* radio = new AQRadioButton(kind, QStringLiteral("Radio"), m_fx->root(), true);
+        radio->setAutoExclusive(false);
+        button = radio;
+    } else {
+        button = new AQToolButton(kind, m_fx->root(), true);
+    }
+    button->setCheckable(checkable);
+    button->setChecked(initiallyChecked);
+    m_log->watch(button);
+    QSignalSpy toggled(button, &QAbstractButton::toggled);
+    QVERIFY(m_fx->replay({kind + QLatin1Char(' ') + line}));
+    QCOMPARE(button->isChecked(), finalChecked);
     QCOMPARE(m_log->entries(), signalLog);
-    // Replay reports the operation; the application decides what it changes.
-    QCOMPARE(push->isChecked(), false);
+    if (kind == QLatin1String("tool")) {
+        QCOMPARE(toggled.count(), 0);
+        QCOMPARE(button->signalsBlocked(), false);
+    }
 }
 
 void tst_Buttons::replayedEditIsNotFlushedAgain()
@@ -468,79 +514,7 @@ void tst_Buttons::radioButtonsRecordBothButtons()
                           "second:AToggled(true)", "second:AClicked(true)", "second:AClicked(true)"}));
 }
 
-void tst_Buttons::radioButtonReplay_data()
-{
-    QTest::addColumn<bool>("initiallyChecked");
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<bool>("finalChecked");
-    QTest::addColumn<QStringList>("signalLog");
-
-    QTest::newRow("toggled on") << false << "toggled on" << true << QStringList{"radio:AToggled(true)"};
-    QTest::newRow("toggled off") << true << "toggled off" << false << QStringList{"radio:AToggled(false)"};
-    QTest::newRow("toggled any other word checks") << false << "toggled Off" << true
-                                                   << QStringList{"radio:AToggled(true)"};
-    QTest::newRow("toggled without args ignored") << false << "toggled" << false << QStringList();
-    QTest::newRow("clicked on keeps the state") << false << "clicked on" << false
-                                                << QStringList{"radio:AClicked(true)"};
-    QTest::newRow("clicked without args") << true << "clicked" << true << QStringList{"radio:AClicked(false)"};
-    QTest::newRow("unknown signal ignored") << false << "pressed" << false << QStringList();
-}
-
-void tst_Buttons::radioButtonReplay()
-{
-    QFETCH(bool, initiallyChecked);
-    QFETCH(QString, line);
-    QFETCH(bool, finalChecked);
-    QFETCH(QStringList, signalLog);
-
-    auto* radio = new AQRadioButton(QStringLiteral("radio"), QStringLiteral("Radio"), m_fx->root(), true);
-    radio->setAutoExclusive(false);
-    radio->setChecked(initiallyChecked);
-    m_log->watch(radio);
-    QVERIFY(m_fx->replay({QStringLiteral("radio ") + line}));
-    QCOMPARE(radio->isChecked(), finalChecked);
-    QCOMPARE(m_log->entries(), signalLog);
-}
-
 // --- tool buttons --------------------------------------------------------------
-
-void tst_Buttons::toolButtonReplay_data()
-{
-    QTest::addColumn<bool>("checkable");
-    QTest::addColumn<bool>("initiallyChecked");
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<bool>("finalChecked");
-    QTest::addColumn<QStringList>("signalLog");
-
-    QTest::newRow("checkable, on") << true << false << "clicked on" << true << QStringList{"tool:AClicked(true)"};
-    QTest::newRow("checkable, no args unchecks") << true << true << "clicked" << false
-                                                 << QStringList{"tool:AClicked(false)"};
-    QTest::newRow("checkable, other word unchecks") << true << true << "clicked ON" << false
-                                                    << QStringList{"tool:AClicked(false)"};
-    QTest::newRow("not checkable, on reports false") << false << false << "clicked on" << false
-                                                     << QStringList{"tool:AClicked(false)"};
-    QTest::newRow("unknown signal ignored") << true << false << "toggled on" << false << QStringList();
-}
-
-void tst_Buttons::toolButtonReplay()
-{
-    QFETCH(bool, checkable);
-    QFETCH(bool, initiallyChecked);
-    QFETCH(QString, line);
-    QFETCH(bool, finalChecked);
-    QFETCH(QStringList, signalLog);
-
-    auto* tool = new AQToolButton(QStringLiteral("tool"), m_fx->root(), true);
-    tool->setCheckable(checkable);
-    tool->setChecked(initiallyChecked);
-    m_log->watch(tool);
-    QSignalSpy toggled(tool, &QAbstractButton::toggled);
-    QVERIFY(m_fx->replay({QStringLiteral("tool ") + line}));
-    QCOMPARE(tool->isChecked(), finalChecked);
-    QCOMPARE(m_log->entries(), signalLog);
-    QCOMPARE(toggled.count(), 0);
-    QCOMPARE(tool->signalsBlocked(), false);
-}
 
 void tst_Buttons::toolButtonAdoptsRegisteredMenu()
 {
