@@ -15,8 +15,8 @@ using namespace ChartTest;
 
 namespace {
 
-// A random walk of @p n points on sorted (or shuffled) X.
-std::pair<std::vector<double>, std::vector<double>> randomWalk(std::size_t n, quint32 seed, bool sorted = true)
+// A random walk of @p n points on X = 0, 1, 2, ...
+std::pair<std::vector<double>, std::vector<double>> randomWalk(std::size_t n, quint32 seed)
 {
     QRandomGenerator random(seed);
     std::vector<double> x(n);
@@ -26,13 +26,6 @@ std::pair<std::vector<double>, std::vector<double>> randomWalk(std::size_t n, qu
         x[i] = double(i);
         v += random.generateDouble() - 0.5;
         y[i] = v;
-    }
-    if (!sorted) {
-        for (std::size_t i = n - 1; i > 0; --i) {
-            const std::size_t j = random.bounded(quint32(i + 1));
-            std::swap(x[i], x[j]);
-            std::swap(y[i], y[j]);
-        }
     }
     return {x, y};
 }
