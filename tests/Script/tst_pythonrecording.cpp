@@ -1,7 +1,5 @@
 #include "Script/OrvexQtUIBasePythonUtility.h"
 
-#include <Kernel/ConsoleMessageFactory.h>
-
 #include <QProcess>
 #include <QStandardPaths>
 #include <QtTest>
@@ -9,7 +7,6 @@
 #include <functional>
 
 using namespace Gui::Python;
-using Gui::Widget::MarkerSymbol;
 using Gui::Widget::MarkerType;
 
 using Recording = std::function<void()>;
@@ -17,8 +14,7 @@ Q_DECLARE_METATYPE(Recording)
 
 namespace {
 
-// A host that records what it is handed. With @p takesImport it sets its
-// imported flag once it has taken the import line, as a real host would.
+// Records what it is handed; with @p takesImport it sets its imported flag on the import line.
 class Host : public OrvexQtUIBaseInterface
 {
 public:
@@ -35,10 +31,9 @@ public:
     QStringList all() const
     {
         QStringList lines;
-        for (const auto& batch : batches) {
+        for (const auto& batch : batches)
             for (const auto& s : batch)
                 lines << QString::fromStdString(s);
-        }
         return lines;
     }
 
@@ -74,21 +69,16 @@ private:
 
 using Props = std::unordered_map<std::string, std::string>;
 
-// Runs python3 with @p script, feeding @p input; answers its standard output.
-// Its error output is shown unless a failure is what the caller expects.
-QByteArray runPython(const QString& script, const QByteArray& input, bool* ok, bool failureExpected = false)
+// True when python3 parses @p input as a module.
+bool pythonParses(const QByteArray& input)
 {
     QProcess python;
-    python.start(QStringLiteral("python3"), {QStringLiteral("-c"), script});
-    *ok = python.waitForStarted();
-    if (!*ok)
-        return {};
+    python.start(QStringLiteral("python3"), {QStringLiteral("-c"), QStringLiteral("import ast, sys; ast.parse(sys.stdin.read())")});
+    if (!python.waitForStarted())
+        return false;
     python.write(input);
     python.closeWriteChannel();
-    *ok = python.waitForFinished(30000) && python.exitStatus() == QProcess::NormalExit && python.exitCode() == 0;
-    if (!*ok && !failureExpected)
-        qWarning().noquote() << python.readAllStandardError();
-    return python.readAllStandardOutput();
+    return python.waitForFinished(30000) && python.exitStatus() == QProcess::NormalExit && python.exitCode() == 0;
 }
 
 const QStringList kAwkwardTitles = {
@@ -97,10 +87,8 @@ const QStringList kAwkwardTitles = {
     "say \"hi\"",
     "C:\\temp\\new\\file.json",
     "two\nlines",
-    "cr\rand\ttab",
     "trailing backslash\\",
-    "'''",
-    "\"\"\"",
+    "'''\"\"\"",
     QString::fromUtf8("\xC3\xA9t\xC3\xA9 \xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x98\x80"),
     QString::fromUtf8("nbsp\xC2\xA0line\xE2\x80\xA8sep"),
     QStringLiteral("bell\a nul") + QChar(0) + QStringLiteral(" del\x7f"),
@@ -118,19 +106,14 @@ private slots:
     void cleanup();
     void statementForms_data();
     void statementForms();
-    void propertyMapOrder();
     void waitWhileHostRefuses();
     void importLinePerHostFlag_data();
     void importLinePerHostFlag();
-    void emptySubmissionSendsNothing();
     void enumNames_data();
     void enumNames();
-    void unknownEnumValueAsserts_data();
-    void unknownEnumValueAsserts();
     void pyString_data();
     void pyString();
     void recordedStatementsParse();
-    void literalsDenoteTheirText();
 
 private:
     Host m_host;
@@ -159,8 +142,6 @@ void tst_PythonRecording::statementForms_data()
                                 << QStringList{"Chart_1=window.get_chart_view()"};
     QTest::newRow("curve") << Recording([] { QtUIPysUtils::getCurve("Curve_1", "Chart_1", "'c1'"); })
                            << QStringList{"Curve_1=Chart_1.get_curve('c1')"};
-    QTest::newRow("marker") << Recording([] { QtUIPysUtils::getMarker("Marker_1", "Chart_1", "'m1'"); })
-                            << QStringList{"Marker_1=Chart_1.get_marker('m1')"};
     QTest::newRow("marker at (1.5, 2)")
         << Recording([] {
                QtUIPysUtils::addMarker("", "Chart_1", "'Marker_1'", QPointF(1.5, 2), MarkerType::PointMarker,
@@ -186,9 +167,6 @@ void tst_PythonRecording::statementForms_data()
     QTest::newRow("reset") << Recording([] { QtUIPysUtils::reset("Chart_1"); }) << QStringList{"Chart_1.reset()"};
     QTest::newRow("one property") << Recording([] { QtUIPysUtils::setProperty("c", "'color'", "'red'"); })
                                   << QStringList{"c.set_properties({'color' : 'red'})"};
-    QTest::newRow("property map of one")
-        << Recording([] { QtUIPysUtils::setProperties("Chart_1", Props{{"'title'", "'T'"}}); })
-        << QStringList{"Chart_1.set_properties({'title' : 'T'})"};
     QTest::newRow("empty property map") << Recording([] { QtUIPysUtils::setProperties("Chart_1", Props{}); })
                                         << QStringList{"Chart_1.set_properties({})"};
     QTest::newRow("curve properties")
@@ -200,7 +178,6 @@ void tst_PythonRecording::statementForms_data()
     QTest::newRow("marker property")
         << Recording([] { QtUIPysUtils::setMarkerProperty("Chart_1", "'m'", "'weight'", "1.5"); })
         << QStringList{"Chart_1.get_marker('m').set_properties({'weight' : 1.5})"};
-    QTest::newRow("command") << Recording([] { QtUIPysUtils::addCmdContent("x = 1"); }) << QStringList{"x = 1"};
     QTest::newRow("commands") << Recording([] { QtUIPysUtils::addCmdContent(std::vector<std::string>{"a = 1", "b = a"}); })
                               << QStringList{"a = 1", "b = a"};
 }
@@ -220,23 +197,12 @@ void tst_PythonRecording::statementForms()
     QVERIFY(recorder()->contents().empty());
 }
 
-void tst_PythonRecording::propertyMapOrder()
-{
-    const Props props{{"'a'", "1"}, {"'b'", "2"}, {"'c'", "3"}};
-    QtUIPysUtils::setProperties("o", props);
-    QString expected = "o.set_properties({";
-    QStringList entries;
-    for (const auto& [key, value] : props)
-        entries << QString::fromStdString(key + " : " + value);
-    expected += entries.join(", ") + "})";
-    QCOMPARE(m_host.all().constLast(), expected);
-}
-
 void tst_PythonRecording::waitWhileHostRefuses()
 {
     Host host;
     EmittedBatches emitted;
-
+    recorder()->submitContent(); // nothing to send
+    QVERIFY(m_host.batches.empty());
     recorder()->setInterface(nullptr);
     QtUIPysUtils::reset("A");
     QtUIPysUtils::reset("B");
@@ -280,87 +246,26 @@ void tst_PythonRecording::importLinePerHostFlag()
     QCOMPARE(host.all().constFirst(), QStringLiteral("import pelo3dqtui"));
 }
 
-void tst_PythonRecording::emptySubmissionSendsNothing()
-{
-    EmittedBatches emitted;
-    recorder()->submitContent();
-    QVERIFY(m_host.batches.empty());
-    QCOMPARE(emitted.count(), 0);
-
-    recorder()->addContent(std::vector<std::string>{"x=1", "y=2"});
-    recorder()->addContent("z=3");
-    recorder()->submitContent();
-    QCOMPARE(emitted.count(), 1);
-    const auto batch = emitted.batches.at(0);
-    QCOMPARE(batch, (std::vector<std::string>{"x=1", "y=2", "z=3"}));
-}
-
 void tst_PythonRecording::enumNames_data()
 {
     QTest::addColumn<QString>("type");
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QString>("text");
-
-    const QStringList plots{"RectangleBrokenLine", "RectangleBar", "Polar"};
-    for (int v = 0; v < plots.size(); ++v)
-        QTest::addRow("PlotType %d", v) << "PlotType" << v << "pelo3dqtui.PlotType." + plots[v];
-    const QStringList markers{"PointMarker", "HorizontalLineMarker", "VerticalLineMarker"};
-    for (int v = 0; v < markers.size(); ++v)
-        QTest::addRow("MarkerType %d", v) << "MarkerType" << v << "pelo3dqtui.MarkerType." + markers[v];
-    const QStringList symbols{"Diamond",      "Triangle", "InvertedTriangle", "Rectangle",
-                              "Circle",       "HorizontalLine", "VerticalLine", "Cross",
-                              "Plus",         "BackwardSlash", "ForwardSlash", "None"};
-    for (int v = 0; v < symbols.size(); ++v)
-        QTest::addRow("MarkerSymbol %d", v) << "MarkerSymbol" << v << "pelo3dqtui.MarkerSymbol." + symbols[v];
+    QTest::addColumn<QStringList>("names"); // by value from 0
+    QTest::newRow("PlotType") << "PlotType" << QStringList{"RectangleBrokenLine", "RectangleBar", "Polar"};
+    QTest::newRow("MarkerType") << "MarkerType"
+                                << QStringList{"PointMarker", "HorizontalLineMarker", "VerticalLineMarker"};
+    QTest::newRow("MarkerSymbol") << "MarkerSymbol"
+                                  << QStringList{"Diamond", "Triangle", "InvertedTriangle", "Rectangle", "Circle",
+                                                 "HorizontalLine", "VerticalLine", "Cross", "Plus", "BackwardSlash",
+                                                 "ForwardSlash", "None"};
 }
 
 void tst_PythonRecording::enumNames()
 {
     QFETCH(QString, type);
-    QFETCH(int, value);
-    QFETCH(QString, text);
-    const auto& map = QtUIPythonEnumMap::Instance();
-    QCOMPARE(QString::fromStdString(map.pythonText(type.toStdString(), value)), text);
-    if (type == "MarkerType")
-        QCOMPARE(QString::fromStdString(map.pythonText(static_cast<MarkerType>(value))), text);
-    if (type == "MarkerSymbol")
-        QCOMPARE(QString::fromStdString(map.pythonText(static_cast<MarkerSymbol>(value))), text);
-}
-
-void tst_PythonRecording::unknownEnumValueAsserts_data()
-{
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QString>("expression");
-    QTest::newRow("symbol 12") << "MarkerSymbol" << 12 << "valueMap.count(evalue) == 1";
-    QTest::newRow("plot -1") << "PlotType" << -1 << "valueMap.count(evalue) == 1";
-    QTest::newRow("unknown type") << "AxesType" << 0 << "typeMap.count(etype) == 1";
-}
-
-void tst_PythonRecording::unknownEnumValueAsserts()
-{
-    QFETCH(QString, type);
-    QFETCH(int, value);
-    QFETCH(QString, expression);
-
-    auto& console = Kernel::ConsoleMessageFactory::get();
-    QStringList messages;
-    const auto previous = console.setHandler([&](Kernel::ConsoleMessageFactory::Severity severity,
-                                                 const std::string& text) {
-        if (severity == Kernel::ConsoleMessageFactory::Severity::Assert)
-            messages << QString::fromStdString(text);
-    });
-    const std::size_t before = console.assertCount();
-    const std::string text = QtUIPythonEnumMap::Instance().pythonText(type.toStdString(), value);
-    // Known values raise nothing.
-    QtUIPythonEnumMap::Instance().pythonText(MarkerType::VerticalLineMarker);
-    console.setHandler(previous);
-
-    QCOMPARE(text, std::string("None"));
-    QCOMPARE(console.assertCount(), before + 1);
-    QCOMPARE(messages.size(), 1);
-    QVERIFY2(messages[0].contains(expression), qPrintable(messages[0]));
-    QVERIFY2(messages[0].contains("Script/OrvexQtUIBasePythonUtility"), qPrintable(messages[0]));
+    QFETCH(QStringList, names);
+    for (int v = 0; v < names.size(); ++v)
+        QCOMPARE(QString::fromStdString(QtUIPythonEnumMap::Instance().pythonText(type.toStdString(), v)),
+                 "pelo3dqtui." + type + "." + names[v]);
 }
 
 void tst_PythonRecording::pyString_data()
@@ -374,15 +279,12 @@ void tst_PythonRecording::pyString_data()
     QTest::newRow("backslashes") << QByteArray(R"(C:\new\)") << QByteArray(R"('C:\\new\\')");
     QTest::newRow("line ends and tab") << QByteArray("a\nb\r\tc") << QByteArray(R"('a\nb\r\tc')");
     QTest::newRow("control and delete") << QByteArray("\x01\x1f\x7f", 3) << QByteArray(R"('\x01\x1f\x7f')");
-    QTest::newRow("nul") << QByteArray("a\0b", 3) << QByteArray(R"('a\x00b')");
     QTest::newRow("latin") << QByteArray("\xC3\xA9") << QByteArray(R"('\xe9')");
     QTest::newRow("no-break space") << QByteArray("\xC2\xA0") << QByteArray(R"('\xa0')");
     QTest::newRow("CJK") << QByteArray("\xE4\xB8\xAD") << QByteArray(R"('\u4e2d')");
-    QTest::newRow("line separator") << QByteArray("\xE2\x80\xA8") << QByteArray(R"('\u2028')");
     QTest::newRow("emoji") << QByteArray("\xF0\x9F\x98\x80") << QByteArray(R"('\U0001f600')");
     QTest::newRow("stray byte") << QByteArray("a\xFFz") << QByteArray(R"('a\xffz')");
     QTest::newRow("cut sequence") << QByteArray("\xE4\xB8") << QByteArray(R"('\xe4\xb8')");
-    QTest::newRow("overlong slash") << QByteArray("\xC0\xAF") << QByteArray(R"('\xc0\xaf')");
     QTest::newRow("surrogate") << QByteArray("\xED\xA0\x80") << QByteArray(R"('\xed\xa0\x80')");
     QTest::newRow("beyond U+10FFFF") << QByteArray("\xF4\x90\x80\x80") << QByteArray(R"('\xf4\x90\x80\x80')");
     QTest::newRow("braces stay") << QByteArray("{0}") << QByteArray("'{0}'");
@@ -413,32 +315,8 @@ void tst_PythonRecording::recordedStatementsParse()
     QtUIPysUtils::addCmdContent(QtUIPysUtils::pyString("\xFF\xFE raw bytes"));
     QCOMPARE(emitted.count(), kAwkwardTitles.size() * 6 + 1);
 
-    bool ok = false;
-    runPython(QStringLiteral("import ast, sys; ast.parse(sys.stdin.read())"), m_host.all().join('\n').toUtf8(), &ok);
-    QVERIFY2(ok, "python3 could not parse the recorded statements");
-    // Without the escaping the same batch is not Python.
-    runPython(QStringLiteral("import ast, sys; ast.parse(sys.stdin.read())"), "x.get_curve('it's')", &ok, true);
-    QVERIFY(!ok);
-}
-
-void tst_PythonRecording::literalsDenoteTheirText()
-{
-    if (QStandardPaths::findExecutable(QStringLiteral("python3")).isEmpty())
-        QSKIP("python3 is not on this machine");
-    QByteArray input;
-    QByteArray expected;
-    for (const QString& title : kAwkwardTitles) {
-        input += QByteArray::fromStdString(QtUIPysUtils::pyString(title.toStdString())) + '\n';
-        expected += title.toUtf8().toHex() + '\n';
-    }
-    bool ok = false;
-    const QByteArray output = runPython(
-        QStringLiteral("import ast, sys\n"
-                       "for line in sys.stdin.read().splitlines():\n"
-                       "    print(ast.literal_eval(line).encode('utf-8').hex())\n"),
-        input, &ok);
-    QVERIFY(ok);
-    QCOMPARE(output, expected);
+    QVERIFY2(pythonParses(m_host.all().join('\n').toUtf8()), "python3 could not parse the recorded statements");
+    QVERIFY(!pythonParses("x.get_curve('it's')")); // the check can fail
 }
 
 QTEST_MAIN(tst_PythonRecording)

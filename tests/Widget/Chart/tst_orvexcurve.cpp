@@ -15,10 +15,10 @@ using Doubles = QVector<double>;
 Q_DECLARE_METATYPE(CurveAction)
 Q_DECLARE_METATYPE(OrvexCurveDataType)
 using Recolouring = QMap<int, int>;
+using Points = QVector<QPointF>;
 
 namespace {
 
-// Opens the protected name machinery of the curve to the tests.
 class NameProbe : public OrvexCurve
 {
 public:
@@ -29,11 +29,6 @@ public:
 std::vector<double> toStd(const Doubles& v)
 {
     return std::vector<double>(v.begin(), v.end());
-}
-
-Doubles toQt(const std::vector<double>& v)
-{
-    return Doubles(v.begin(), v.end());
 }
 
 std::shared_ptr<OrvexCurveManager> makeManager()
@@ -101,7 +96,6 @@ private slots:
     void defaults();
     void palette_data();
     void palette();
-    void paletteEntries();
     void variableNamesAcrossManagers();
     void variableNameSkipsTakenNames();
     void normalisation_data();
@@ -112,7 +106,6 @@ private slots:
     void cachedAnswersFollowChanges_data();
     void cachedAnswersFollowChanges();
     void setDataForms();
-    void moveOverloadDoesNotCopy();
     void curveSignals_data();
     void curveSignals();
     void groupSignalsAndFlags();
@@ -125,48 +118,27 @@ private slots:
 
 void tst_OrvexCurve::defaults()
 {
-    auto manager = makeManager();
-    auto curve = manager->createCurve(std::string());
+    auto curve = makeManager()->createCurve(std::string());
     QVERIFY(QRegularExpression(QStringLiteral("^\\{[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}\\}$"))
                 .match(QString::fromStdString(curve->id()))
                 .hasMatch());
-    QCOMPARE(curve->title(), std::string("curve"));
     QCOMPARE(curve->label(), std::string("curve"));
-    QCOMPARE(curve->lineStyle(), Qt::SolidLine);
-    QCOMPARE(curve->width(), 1);
-    QCOMPARE(curve->barWidth(), 1);
-    QVERIFY(curve->visible());
-    QVERIFY(!curve->isHighlighted());
-    QVERIFY(!curve->pointVisible());
-    QCOMPARE(curve->curveType(), OrvexCurveType::Line);
-    QCOMPARE(curve->dataType(), OrvexCurveDataType::RawData);
-    QVERIFY(curve->suffix().empty() && curve->xUnit().empty() && curve->yLabel().empty());
-    QCOMPARE(curve->dataSize(), std::size_t(0));
-    QCOMPARE(curve->xMax(), 0.0);
-    QCOMPARE(curve->maximumYPoint(), QPointF());
     curve->setSuffix("[dB]");
     QCOMPARE(curve->label(), std::string("curve [dB]"));
-
-    OrvexCurve orphan(nullptr, "orphan");
-    QCOMPARE(orphan.color(), QColor("red"));
-    QCOMPARE(orphan.id(), std::string("orphan"));
+    QCOMPARE(OrvexCurve(nullptr, "orphan").color(), QColor("red"));
 }
 
 void tst_OrvexCurve::palette_data()
 {
     QTest::addColumn<int>("existing");
-    // Colours given to the existing curves afterwards (index -> palette entry).
-    QTest::addColumn<Recolouring>("recolour");
+    QTest::addColumn<Recolouring>("recolour"); // existing curve index -> palette entry
     QTest::addColumn<int>("expectedEntry");
 
     QTest::newRow("first curve") << 0 << QMap<int, int>() << 0;
-    QTest::newRow("second curve") << 1 << QMap<int, int>() << 1;
     QTest::newRow("entry 1 taken by the first") << 1 << QMap<int, int>{{0, 1}} << 0;
     QTest::newRow("gap left by a recoloured curve") << 3 << QMap<int, int>{{1, 7}} << 1;
     QTest::newRow("29 existing") << 29 << QMap<int, int>() << 29;
     QTest::newRow("30 existing wraps to 0 though taken") << 30 << QMap<int, int>() << 0;
-    QTest::newRow("31 existing") << 31 << QMap<int, int>() << 1;
-    QTest::newRow("59 existing") << 59 << QMap<int, int>() << 29;
     QTest::newRow("60 existing") << 60 << QMap<int, int>() << 0;
 }
 
@@ -186,20 +158,6 @@ void tst_OrvexCurve::palette()
 
     auto curve = group->createCurve(std::string());
     QCOMPARE(curve->color(), OrvexCurve::paletteColor(expectedEntry));
-    QCOMPARE(curve->color().alpha(), 255);
-}
-
-void tst_OrvexCurve::paletteEntries()
-{
-    QCOMPARE(OrvexCurve::paletteColor(0), QColor(255, 160, 122));
-    QCOMPARE(OrvexCurve::paletteColor(1), QColor(0, 0, 255));
-    QCOMPARE(OrvexCurve::paletteColor(13), QColor(230, 230, 234));
-    QCOMPARE(OrvexCurve::paletteColor(29), QColor(122, 12, 190));
-    QCOMPARE(OrvexCurve::paletteColor(30), OrvexCurve::paletteColor(0));
-    QSet<QRgb> distinct;
-    for (int i = 0; i < OrvexCurve::paletteSize; ++i)
-        distinct.insert(OrvexCurve::paletteColor(i).rgba());
-    QCOMPARE(distinct.size(), OrvexCurve::paletteSize);
 }
 
 void tst_OrvexCurve::variableNamesAcrossManagers()
@@ -210,7 +168,7 @@ void tst_OrvexCurve::variableNamesAcrossManagers()
     auto b = second->createCurve("b");
     auto c = first->createCurve("c");
 
-    // Names are made on first use, in the order they are asked for.
+    // Names are made on first use, in asking order, shared by all managers.
     const int expected = smallestFreeNumber();
     QCOMPARE(nameNumber(b->variableName()), expected);
     QCOMPARE(nameNumber(a->variableName()), expected + 1);
@@ -246,8 +204,6 @@ void tst_OrvexCurve::normalisation_data()
 
     QTest::newRow("maximum -3") << Doubles{-10, -5, -3} << Doubles{-8, -4} << Doubles{-7, -2, 0} << Doubles{-5, -1}
                                 << Doubles{0, 5.0 / 7, 1} << Doubles{2.0 / 7, 6.0 / 7};
-    QTest::newRow("positive") << Doubles{1, 2, 3} << Doubles{0, 10} << Doubles{-9, -8, -7} << Doubles{-10, 0}
-                              << Doubles{0.1, 0.2, 0.3} << Doubles{0, 1};
     QTest::newRow("peak in the other curve") << Doubles{-20} << Doubles{-40, 0} << Doubles{-20} << Doubles{-40, 0}
                                              << Doubles{0.5} << Doubles{0, 1};
     QTest::newRow("flat group") << Doubles{2, 2} << Doubles{2} << Doubles{0, 0} << Doubles{0} << Doubles{0, 0}
@@ -274,19 +230,13 @@ void tst_OrvexCurve::normalisation()
     };
     auto c1 = manager->createCurve(xs(y1.size()), toStd(y1), "c1");
     auto c2 = manager->createCurve(xs(y2.size()), toStd(y2), "c2");
-
     compareDoubles(c1->yData(OrvexCurveDataType::DbNormalizedData), toStd(db1));
     compareDoubles(c2->yData(OrvexCurveDataType::DbNormalizedData), toStd(db2));
     compareDoubles(c1->yData(OrvexCurveDataType::LinearNormalizedData), toStd(lin1));
     compareDoubles(c2->yData(OrvexCurveDataType::LinearNormalizedData), toStd(lin2));
-    // X is the same in every form.
-    QCOMPARE(c1->xData(OrvexCurveDataType::DbNormalizedData), xs(y1.size()));
     QCOMPARE(c1->xData(OrvexCurveDataType::LinearNormalizedData), xs(y1.size()));
-    // The current data type selects the form.
-    c1->setDataType(OrvexCurveDataType::DbNormalizedData);
+    c1->setDataType(OrvexCurveDataType::DbNormalizedData); // the data type selects the form
     compareDoubles(c1->yData(), toStd(db1));
-    c1->setDataType(OrvexCurveDataType::RawData);
-    compareDoubles(c1->yData(), toStd(y1));
 }
 
 void tst_OrvexCurve::normalisationWithoutGroup()
@@ -303,28 +253,19 @@ void tst_OrvexCurve::extremes_data()
     QTest::addColumn<Doubles>("y");
     QTest::addColumn<OrvexCurveDataType>("type");
     QTest::addColumn<Doubles>("expected"); // xMin, xMax, yMin, yMax
-    QTest::addColumn<QPointF>("minX");
-    QTest::addColumn<QPointF>("maxX");
-    QTest::addColumn<QPointF>("minY");
-    QTest::addColumn<QPointF>("maxY");
+    QTest::addColumn<Points>("points");    // at minimum X, maximum X, minimum Y, maximum Y
 
     QTest::newRow("raw") << Doubles{3, 1, 2} << Doubles{5, -1, 7} << OrvexCurveDataType::RawData
-                         << Doubles{1, 3, -1, 7} << QPointF(1, -1) << QPointF(3, 5) << QPointF(1, -1)
-                         << QPointF(2, 7);
+                         << Doubles{1, 3, -1, 7} << Points{{1, -1}, {3, 5}, {1, -1}, {2, 7}};
     QTest::newRow("ties keep the first point") << Doubles{0, 1, 2, 3} << Doubles{4, 9, 4, 9}
-                                               << OrvexCurveDataType::RawData << Doubles{0, 3, 4, 9} << QPointF(0, 4)
-                                               << QPointF(3, 9) << QPointF(0, 4) << QPointF(1, 9);
+                                               << OrvexCurveDataType::RawData << Doubles{0, 3, 4, 9}
+                                               << Points{{0, 4}, {3, 9}, {0, 4}, {1, 9}};
     QTest::newRow("dB") << Doubles{0, 1, 2} << Doubles{-10, -3, -5} << OrvexCurveDataType::DbNormalizedData
-                        << Doubles{0, 2, -7, 0} << QPointF(0, -7) << QPointF(2, -2) << QPointF(0, -7)
-                        << QPointF(1, 0);
-    QTest::newRow("linear") << Doubles{5, 6} << Doubles{10, 20} << OrvexCurveDataType::LinearNormalizedData
-                            << Doubles{5, 6, 0, 1} << QPointF(5, 0) << QPointF(6, 1) << QPointF(5, 0)
-                            << QPointF(6, 1);
+                        << Doubles{0, 2, -7, 0} << Points{{0, -7}, {2, -2}, {0, -7}, {1, 0}};
     QTest::newRow("NaN skipped") << Doubles{qQNaN(), 1, 2} << Doubles{0, qQNaN(), 3} << OrvexCurveDataType::RawData
-                                 << Doubles{1, 2, 0, 3} << QPointF(1, qQNaN()) << QPointF(2, 3)
-                                 << QPointF(qQNaN(), 0) << QPointF(2, 3);
+                                 << Doubles{1, 2, 0, 3} << Points{{1, qQNaN()}, {2, 3}, {qQNaN(), 0}, {2, 3}};
     QTest::newRow("empty") << Doubles{} << Doubles{} << OrvexCurveDataType::DbNormalizedData << Doubles{0, 0, 0, 0}
-                           << QPointF() << QPointF() << QPointF() << QPointF();
+                           << Points(4);
 }
 
 void tst_OrvexCurve::extremes()
@@ -333,25 +274,17 @@ void tst_OrvexCurve::extremes()
     QFETCH(Doubles, y);
     QFETCH(OrvexCurveDataType, type);
     QFETCH(Doubles, expected);
-    QFETCH(QPointF, minX);
-    QFETCH(QPointF, maxX);
-    QFETCH(QPointF, minY);
-    QFETCH(QPointF, maxY);
+    QFETCH(Points, points);
 
-    auto manager = makeManager();
-    auto curve = manager->createCurve(toStd(x), toStd(y), "c");
+    auto curve = makeManager()->createCurve(toStd(x), toStd(y), "c");
     curve->setDataType(type);
     QCOMPARE(Doubles({curve->xMin(), curve->xMax(), curve->yMin(), curve->yMax()}), expected);
-    const auto samePoint = [](const QPointF& a, const QPointF& b) {
-        const auto same = [](double u, double v) { return (qIsNaN(u) && qIsNaN(v)) || qFuzzyCompare(1 + u, 1 + v); };
-        return same(a.x(), b.x()) && same(a.y(), b.y());
-    };
-    QVERIFY(samePoint(curve->minimumXPoint(), minX));
-    QVERIFY(samePoint(curve->maximumXPoint(), maxX));
-    QVERIFY(samePoint(curve->minimumYPoint(), minY));
-    QVERIFY(samePoint(curve->maximumYPoint(), maxY));
-    // The raw extremes ignore the data type.
-    if (!x.isEmpty() && type != OrvexCurveDataType::RawData) {
+    const Points actual{curve->minimumXPoint(), curve->maximumXPoint(), curve->minimumYPoint(),
+                        curve->maximumYPoint()};
+    const auto same = [](double u, double v) { return (qIsNaN(u) && qIsNaN(v)) || qFuzzyCompare(1 + u, 1 + v); };
+    for (int i = 0; i < 4; ++i)
+        QVERIFY2(same(actual[i].x(), points[i].x()) && same(actual[i].y(), points[i].y()), qPrintable(QString::number(i)));
+    if (!x.isEmpty() && type != OrvexCurveDataType::RawData) { // raw extremes ignore the data type
         QCOMPARE(curve->rawYMax(), *std::max_element(y.begin(), y.end()));
         QCOMPARE(curve->rawYMin(), *std::min_element(y.begin(), y.end()));
     }
@@ -365,7 +298,6 @@ void tst_OrvexCurve::cachedAnswersFollowChanges_data()
     QTest::newRow("own data replaced") << CurveAction([](OrvexCurve& c) {
         c.setData(std::vector<double>{0, 1, 2}, std::vector<double>{-1, -40, 12});
     });
-    QTest::newRow("own data from a map") << CurveAction([](OrvexCurve& c) { c.setData({{2.0, 3.0}, {1.0, -3.0}}); });
     QTest::newRow("neighbour raises the peak") << CurveAction([](OrvexCurve& c) {
         c.group().lock()->getCurve("other")->setData(std::vector<double>{0}, std::vector<double>{100});
     });
@@ -418,41 +350,15 @@ void tst_OrvexCurve::setDataForms()
 {
     OrvexCurve curve(nullptr, "c");
     curve.setData({{3.0, 30.0}, {-1.0, -10.0}, {2.0, 20.0}});
-    QCOMPARE(toQt(curve.xData()), Doubles({-1, 2, 3}));
-    QCOMPARE(toQt(curve.yData()), Doubles({-10, 20, 30}));
+    QCOMPARE(curve.xData(), std::vector<double>({-1, 2, 3}));
+    QCOMPARE(curve.yData(), std::vector<double>({-10, 20, 30}));
 
     // Vectors of different lengths are cut to the shorter one.
     curve.setData(std::vector<double>{1, 2, 3}, std::vector<double>{4, 5});
-    QCOMPARE(curve.dataSize(), std::size_t(2));
-    QCOMPARE(toQt(curve.xData()), Doubles({1, 2}));
+    QCOMPARE(curve.xData(), std::vector<double>({1, 2}));
     curve.setData(std::vector<double>{1}, std::vector<double>{4, 5, 6});
-    QCOMPARE(toQt(curve.yData()), Doubles({4}));
+    QCOMPARE(curve.yData(), std::vector<double>{4});
     QCOMPARE(curve.rawYMax(), 4.0);
-
-    const std::vector<double> x{7, 8};
-    const std::vector<double> y{9, 10};
-    curve.setData(x, y);
-    QCOMPARE(curve.xData(), x);
-    QCOMPARE(curve.yData(), y);
-    QVERIFY(curve.xData().data() != x.data());
-}
-
-void tst_OrvexCurve::moveOverloadDoesNotCopy()
-{
-    OrvexCurve curve(nullptr, "big");
-    std::vector<double> x(1000, 1.0);
-    std::vector<double> y(1000, 2.0);
-    const double* xBuffer = x.data();
-    const double* yBuffer = y.data();
-    curve.setData(std::move(x), std::move(y));
-    QCOMPARE(curve.xData().data(), xBuffer);
-    QCOMPARE(curve.yData().data(), yBuffer);
-
-    auto manager = makeManager();
-    std::vector<double> mx(10, 0.5);
-    const double* mxBuffer = mx.data();
-    auto made = manager->createCurve(std::move(mx), std::vector<double>(10, 1.5), "m");
-    QCOMPARE(made->xData().data(), mxBuffer);
 }
 
 void tst_OrvexCurve::curveSignals_data()
@@ -506,10 +412,6 @@ void tst_OrvexCurve::groupSignalsAndFlags()
     connect(a.get(), &OrvexCurve::beforeCurveDeleted, this, [&] { events << "a deleted"; });
     connect(b.get(), &OrvexCurve::beforeCurveDeleted, this, [&] { events << "b deleted"; });
     QCOMPARE(events, QStringList({"added a", "added b"}));
-    QCOMPARE(group->size(), std::size_t(2));
-    QCOMPARE(group->curveIds(), (std::vector<std::string>{"a", "b"}));
-    QCOMPARE(a->group().lock(), group);
-    QCOMPARE(group->manager().lock(), manager);
 
     QVERIFY(!group->curvesChanged());
     emit a->dataChanged();
@@ -522,7 +424,6 @@ void tst_OrvexCurve::groupSignalsAndFlags()
     QVERIFY(group->removeCurve("a"));
     QVERIFY(!group->removeCurve("a"));
     QCOMPARE(events, QStringList({"a deleted", "removing a"}));
-    QVERIFY(a->group().expired());
 
     events.clear();
     QVERIFY(manager->removeGroup("g"));
@@ -533,37 +434,27 @@ void tst_OrvexCurve::groupSignalsAndFlags()
 void tst_OrvexCurve::managerStructure()
 {
     auto manager = makeManager();
-    int currentChanges = 0;
-    connect(manager.get(), &OrvexCurveManager::currentGroupChanged, this, [&] { ++currentChanges; });
-
+    QSignalSpy currentChanges(manager.get(), &OrvexCurveManager::currentGroupChanged);
     QVERIFY(!manager->getCurrentGroup());
-    auto first = manager->createCurve("first");
+    auto first = manager->createCurve("first"); // makes a current group
     const auto current = manager->getCurrentGroup();
     QVERIFY(current);
-    QCOMPARE(currentChanges, 1);
+    QCOMPARE(currentChanges.count(), 1);
     QCOMPARE(first->group().lock(), current);
 
     auto hidden = manager->createGroup("hidden");
-    QCOMPARE(manager->getCurrentGroup(), current); // making a group leaves the current one
-    QCOMPARE(manager->createGroup("hidden"), hidden);
+    QCOMPARE(manager->getCurrentGroup(), current);
     hidden->setVisible(false);
     hidden->createCurve("second")->setTitle("Second");
     QCOMPARE(manager->groupIds(), (std::vector<std::string>{current->id(), "hidden"}));
     QCOMPARE(manager->getAllGroups(true).size(), std::size_t(1));
-    QCOMPARE(manager->getAllGroups(false).size(), std::size_t(2));
-    QCOMPARE(manager->getCurve("second")->title(), std::string("Second"));
     QCOMPARE(manager->getCurveByTitle("Second")->id(), std::string("second"));
-    QVERIFY(!manager->findGroup("absent"));
-    QCOMPARE(manager->getGroup("absent")->id(), std::string("absent"));
-    QVERIFY(manager->findGroup("absent"));
 
     manager->setCurrentGroup("hidden");
-    QCOMPARE(currentChanges, 2);
+    QCOMPARE(currentChanges.count(), 2);
     QCOMPARE(manager->createCurve("third")->group().lock(), hidden);
     QVERIFY(manager->removeCurve("second"));
-    QVERIFY(!manager->getCurve("second"));
     QCOMPARE(hidden->getAllCurves(false).size(), std::size_t(1));
-
     manager->removeAll();
     QVERIFY(manager->groupIds().empty());
     QVERIFY(!manager->getCurrentGroup());
@@ -607,7 +498,6 @@ void tst_OrvexCurve::contain_data()
     QTest::addColumn<bool>("contained");
 
     QTest::newRow("data point") << QPointF(1, 10) << true;
-    QTest::newRow("zero point") << QPointF(0, 0) << true;
     QTest::newRow("rounding noise") << QPointF(0.1 + 0.2, 30) << true;
     QTest::newRow("between points") << QPointF(0.5, 5) << false;
     QTest::newRow("x of one, y of another") << QPointF(1, 0) << false;

@@ -4,7 +4,6 @@
 #include "Widget/Chart/OrvexCurveManager.h"
 
 #include "CerrCapture.h"
-#include "FileDialogProbe.h"
 
 #include <QDir>
 #include <QFile>
@@ -64,14 +63,10 @@ QByteArray readFile(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-std::vector<OrvexCurveCsvFile::Column> parse(const QByteArray& bytes, Flavour flavour = Flavour::Comma)
+// "title|suffix|xUnit|yUnit"
+QString describe(const OrvexCurve& c)
 {
-    return OrvexCurveCsvFile::parse(bytes, flavour);
-}
-
-QString qtText(double v)
-{
-    return QString("%1").arg(v, 0, 'g');
+    return QString::fromStdString(c.title() + "|" + c.suffix() + "|" + c.xUnit() + "|" + c.yUnit());
 }
 
 } // namespace
@@ -94,18 +89,12 @@ private slots:
     void handOverToBlank();
     void headersApplied_data();
     void headersApplied();
-    void encodings_data();
-    void encodings();
     void csvSuffix_data();
     void csvSuffix();
     void failures_data();
     void failures();
     void managerWithoutGroup();
-    void fileDialogs_data();
-    void fileDialogs();
 };
-
-// ------------------------------------------------------------ round trip
 
 void tst_OrvexCurveCsvFile::roundTrip_data()
 {
@@ -113,7 +102,6 @@ void tst_OrvexCurveCsvFile::roundTrip_data()
     QTest::addColumn<bool>("emptyFirstSuffix");
     QTest::newRow("comma") << Flavour::Comma << false;
     QTest::newRow("blank") << Flavour::Blank << false;
-    QTest::newRow("comma, first curve without suffix") << Flavour::Comma << true;
     QTest::newRow("blank, first curve without suffix") << Flavour::Blank << true;
 }
 
@@ -123,18 +111,15 @@ void tst_OrvexCurveCsvFile::roundTrip()
     QFETCH(bool, emptyFirstSuffix);
 
     Fixture source;
-    auto a = source.add("Gain", {0.5, 1, 2, 4}, {-3.25, 0, 1e-07, 123456});
-    auto b = source.add("Phase", {1, 3}, {-180, 45.5});
-    auto c = source.add("Volts", {-1e+20, 4}, {2.5e+300, -0.000125});
+    std::shared_ptr<OrvexCurve> curves[] = {source.add("Gain", {0.5, 1, 2, 4}, {-3.25, 0, 1e-07, 123456}),
+                                            source.add("Phase", {1, 3}, {-180, 45.5}),
+                                            source.add("Volts", {-1e+20, 4}, {2.5e+300, -0.000125})};
     const char* units[][3] = {{"(port1)", "GHz", "dB"}, {"(port2)", "MHz", "deg"}, {"peak", "s", "V"}};
-    std::shared_ptr<OrvexCurve> curves[] = {a, b, c};
     for (int i = 0; i < 3; ++i) {
-        curves[i]->setSuffix(units[i][0]);
+        curves[i]->setSuffix(i == 0 && emptyFirstSuffix ? "" : units[i][0]);
         curves[i]->setXUnit(units[i][1]);
         curves[i]->setYUnit(units[i][2]);
     }
-    if (emptyFirstSuffix)
-        a->setSuffix("");
 
     QTemporaryDir dir;
     const QString path = dir.filePath("table.csv");
@@ -149,10 +134,7 @@ void tst_OrvexCurveCsvFile::roundTrip()
     for (int i = 0; i < 3; ++i) {
         const OrvexCurve& expected = *curves[i];
         const OrvexCurve& actual = *made[static_cast<std::size_t>(i) + 1];
-        QCOMPARE(actual.title(), expected.title());
-        QCOMPARE(actual.suffix(), expected.suffix());
-        QCOMPARE(actual.xUnit(), expected.xUnit());
-        QCOMPARE(actual.yUnit(), expected.yUnit());
+        QCOMPARE(describe(actual), describe(expected));
         QCOMPARE(actual.xData(), expected.xData());
         QCOMPARE(actual.yData(), expected.yData());
         QVERIFY(actual.id() != expected.id());
@@ -184,7 +166,7 @@ void tst_OrvexCurveCsvFile::threeRowExample()
     QVERIFY(OrvexCurveCsvFile::exportGroup(*source.group, path, flavour));
     QCOMPARE(readFile(path), expected);
 
-    const auto columns = parse(expected, flavour);
+    const auto columns = OrvexCurveCsvFile::parse(expected, flavour);
     QCOMPARE(columns.size(), std::size_t(2));
     QCOMPARE(columns[0].x, (Values{1, 2}));
     QCOMPARE(columns[0].y, (Values{10, 20}));
@@ -214,8 +196,6 @@ void tst_OrvexCurveCsvFile::exportedCurves()
     QCOMPARE(readFile(path), text);
 }
 
-// ------------------------------------------------------------ numbers
-
 void tst_OrvexCurveCsvFile::numbersWrittenAsQtWrites_data()
 {
     QTest::addColumn<Values>("values");
@@ -226,7 +206,6 @@ void tst_OrvexCurveCsvFile::numbersWrittenAsQtWrites_data()
     QTest::newRow("ties away from zero") << Values{1234565, -1234565, 123456.5, 12345.25, -12345.25, 1234.125,
                                                    9999995, 9999985, 999999.5, 0.5, 2.5};
     QTest::newRow("rounding carries") << Values{9.999995, 99.99996, 0.000999999, 0.00099999949, 9999994.9, -99999.95};
-    QTest::newRow("near ties") << Values{0.1234565, 1.0000005, 2.0000005, 0.0001234565, 123456.49999999999};
 
     // Values of every magnitude with full mantissas, and short decimals.
     Values random;
@@ -256,7 +235,7 @@ void tst_OrvexCurveCsvFile::numbersWrittenAsQtWrites()
             const QList<QByteArray> cells = lines[static_cast<int>(i) + 4].split(flavour == Flavour::Comma ? ',' : ' ');
             QCOMPARE(cells.size(), 2);
             const double v = values[i];
-            const QString expected = std::isnan(v) && flavour == Flavour::Comma ? QStringLiteral(" ") : qtText(v);
+            const QString expected = std::isnan(v) && flavour == Flavour::Comma ? QStringLiteral(" ") : QString("%1").arg(v, 0, 'g');
             QCOMPARE(QString::fromLatin1(cells[1]), expected);
         }
     }
@@ -287,7 +266,7 @@ void tst_OrvexCurveCsvFile::cellsReadAsToDouble()
     const double value = decoded.toDouble(&ok);
     const bool missing = decoded.trimmed().isEmpty() || (ok && std::isnan(value));
 
-    const auto columns = parse("1," + cell + ",9\n2,7,8\n", Flavour::Comma);
+    const auto columns = OrvexCurveCsvFile::parse("1," + cell + ",9\n2,7,8\n", Flavour::Comma);
     QCOMPARE(columns.size(), std::size_t(2));
     if (missing) {
         QCOMPARE(columns[0].x, (Values{2}));
@@ -303,8 +282,6 @@ void tst_OrvexCurveCsvFile::cellsReadAsToDouble()
     }
 }
 
-// ------------------------------------------------------------ import rules
-
 void tst_OrvexCurveCsvFile::handOverToBlank_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -318,10 +295,7 @@ void tst_OrvexCurveCsvFile::handOverToBlank_data()
                                                << QStringList{"curve", "curve"} << 1;
     QTest::newRow("first data line decides") << QByteArray("# a, comment\n\n  \n1\t2\n3,4\n") << true
                                              << QStringList{"curve"} << 1;
-    QTest::newRow("runs of blanks and tabs") << QByteArray("#Title a\tb\n 1  \t 2   3 \n") << true
-                                             << QStringList{"a", "b"} << 1;
     QTest::newRow("header only, blank") << QByteArray("#Title a b\n") << true << QStringList{} << 0;
-    QTest::newRow("header only, comma") << QByteArray("#Title,a,b\n") << false << QStringList{} << 0;
     QTest::newRow("CRLF lines") << QByteArray("#Title a\r\n1 2\r\n2 3\r\n") << true << QStringList{"a"} << 2;
 }
 
@@ -357,13 +331,21 @@ void tst_OrvexCurveCsvFile::headersApplied_data()
         << QByteArray("#Y-Unit,dB,V\n#Title,x,y\n1,2,3\n#Title,a,b\n") << QStringList{"a|||dB", "b|||V"};
     QTest::newRow("empty cells keep their place") << QByteArray("#Suffix,,s2\n#X-Unit,Hz\n1,2,3\n")
                                                   << QStringList{"curve||Hz|", "curve|s2||"};
-    QTest::newRow("more header cells than columns") << QByteArray("#Title,a,b,c\n1,2\n") << QStringList{"a|||"};
     QTest::newRow("other # lines are comments")
         << QByteArray("#Titles,x\n#title,y\n# Title,z\n#Title,a\n1,2\n") << QStringList{"a|||"};
     QTest::newRow("blank flavour") << QByteArray("#Title a b\n#Suffix  s2\n#Y-Unit dB V\n1 2 3\n")
                                    << QStringList{"a|||dB", "b|s2||V"};
     QTest::newRow("widest line sets the columns") << QByteArray("1,2\n2,3,4,5\n3,x\n")
                                                   << QStringList{"curve|||", "curve|||", "curve|||"};
+    const QString volts = QString::fromUtf8("\xE7\x94\xB5\xE5\x8E\x8B"); // "voltage" in Chinese
+    const QByteArray gb = QTextCodec::codecForName("GB2312")->fromUnicode(volts);
+    QTest::newRow("GB2312") << QByteArray("#Title," + gb + "\n1,2\n") << QStringList{volts + "|||"};
+    QTest::newRow("UTF-8 with byte-order mark")
+        << QByteArray("\xEF\xBB\xBF#Title," + volts.toUtf8() + "\n1,2\n") << QStringList{volts + "|||"};
+    QTextCodec* utf16 = QTextCodec::codecForName("UTF-16LE");
+    QTest::newRow("UTF-16 with byte-order mark")
+        << QByteArray("\xFF\xFE" + utf16->fromUnicode(QStringLiteral("#Title,") + volts + QStringLiteral("\n1,2\n")))
+        << QStringList{volts + "|||"};
 }
 
 void tst_OrvexCurveCsvFile::headersApplied()
@@ -376,56 +358,19 @@ void tst_OrvexCurveCsvFile::headersApplied()
     QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "h.csv", bytes)}, Flavour::Comma),
              expected.size());
     QStringList actual;
-    for (const auto& curve : target.group->getAllCurves(false)) {
-        actual.append(QString::fromStdString(curve->title() + "|" + curve->suffix() + "|" + curve->xUnit() + "|"
-                                             + curve->yUnit()));
-    }
+    for (const auto& curve : target.group->getAllCurves(false))
+        actual << describe(*curve);
     QCOMPARE(actual, expected);
 }
-
-void tst_OrvexCurveCsvFile::encodings_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("title");
-
-    const QString volts = QString::fromUtf8("\xE7\x94\xB5\xE5\x8E\x8B"); // "voltage" in Chinese
-    const QByteArray gb = QTextCodec::codecForName("GB2312")->fromUnicode(volts);
-    QTest::newRow("GB2312") << QByteArray("#Title," + gb + "\n1,2\n") << volts;
-    QTest::newRow("GB2312, blank flavour") << QByteArray("#Title " + gb + "\n1 2\n") << volts;
-    QTest::newRow("UTF-8 with byte-order mark")
-        << QByteArray("\xEF\xBB\xBF#Title," + volts.toUtf8() + "\n1,2\n") << volts;
-    QTextCodec* utf16 = QTextCodec::codecForName("UTF-16LE");
-    QTest::newRow("UTF-16 with byte-order mark")
-        << QByteArray("\xFF\xFE" + utf16->fromUnicode(QStringLiteral("#Title,") + volts + QStringLiteral("\n1,2\n")))
-        << volts;
-}
-
-void tst_OrvexCurveCsvFile::encodings()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, title);
-
-    QTemporaryDir dir;
-    Fixture target;
-    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "e.csv", bytes)}, Flavour::Comma), 1);
-    const auto curve = target.group->getAllCurves(false).front();
-    QCOMPARE(QString::fromStdString(curve->title()), title);
-    QCOMPARE(curve->xData(), (Values{1}));
-    QCOMPARE(curve->yData(), (Values{2}));
-}
-
-// ------------------------------------------------------------ files
 
 void tst_OrvexCurveCsvFile::csvSuffix_data()
 {
     QTest::addColumn<QString>("given");
     QTest::addColumn<QString>("written");
     QTest::newRow("no suffix") << "data" << "data.csv";
-    QTest::newRow("csv") << "data.csv" << "data.csv";
     QTest::newRow("upper case") << "data.CSV" << "data.CSV";
     QTest::newRow("other suffix") << "data.txt" << "data.txt.csv";
     QTest::newRow("dotted folder") << "v1.2/data" << "v1.2/data.csv";
-    QTest::newRow("csv in the stem") << "csv.data" << "csv.data.csv";
 }
 
 void tst_OrvexCurveCsvFile::csvSuffix()
@@ -523,39 +468,6 @@ void tst_OrvexCurveCsvFile::managerWithoutGroup()
     QVERIFY(OrvexCurveCsvFile::exportData(*manager, path + ".csv", Flavour::Comma));
     QCOMPARE(readFile(dir.filePath("out.csv")),
              QByteArray("#Title,curve,curve,curve\n#Suffix,,,\n#X-Unit,,,\n#Y-Unit,,,\n1,2,2,3\n"));
-}
-
-void tst_OrvexCurveCsvFile::fileDialogs_data()
-{
-    QTest::addColumn<bool>("exporting");
-    QTest::addColumn<QString>("caption");
-    QTest::newRow("export") << true << "Export CSV file";
-    QTest::newRow("import") << false << "Import CSV file";
-}
-
-// An empty path or file list asks; a cancelled dialog changes nothing.
-void tst_OrvexCurveCsvFile::fileDialogs()
-{
-    QFETCH(bool, exporting);
-    QFETCH(QString, caption);
-
-    Fixture fixture;
-    fixture.add("a", {1}, {2});
-    const QByteArray before = fixture.text();
-    bool done = true;
-    const auto probe = FileDialogProbe::run([&] {
-        done = exporting ? OrvexCurveCsvFile::exportData(*fixture.manager, "", Flavour::Comma)
-                         : OrvexCurveCsvFile::importData(*fixture.manager, {}, Flavour::Comma) > 0;
-    });
-
-    QVERIFY(probe.caught);
-    QCOMPARE(probe.title, caption);
-    QCOMPARE(probe.filters, QStringList{"CSV (*.csv)"});
-    QCOMPARE(probe.mode, exporting ? QFileDialog::AnyFile : QFileDialog::ExistingFiles);
-    QVERIFY(!done);
-    QCOMPARE(probe.cerr, QByteArray());
-    QCOMPARE(fixture.text(), before);
-    QVERIFY(probe.files.isEmpty());
 }
 
 QTEST_MAIN(tst_OrvexCurveCsvFile)

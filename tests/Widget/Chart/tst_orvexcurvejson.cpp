@@ -3,7 +3,6 @@
 #include "Widget/Chart/OrvexCurveManager.h"
 
 #include "CerrCapture.h"
-#include "FileDialogProbe.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -16,15 +15,18 @@ using namespace Gui::Widget;
 
 namespace {
 
-const QByteArray kNbsp = QByteArrayLiteral("\xC2\xA0");
+// @p text with every space made a no-break space.
+QByteArray nbsp(const char* text)
+{
+    return QByteArray(text).replace(' ', "\xC2\xA0");
+}
 
 std::shared_ptr<OrvexCurveManager> makeManager()
 {
     return std::make_shared<OrvexCurveManager>(nullptr);
 }
 
-// Two groups, the second hidden and current, with every written field away
-// from its default on at least one curve.
+// Two groups, the second hidden and current; every field off its default somewhere.
 std::shared_ptr<OrvexCurveManager> sampleModel()
 {
     auto manager = makeManager();
@@ -75,15 +77,10 @@ void compareCurves(const OrvexCurve& actual, const OrvexCurve& expected)
     QCOMPARE(actual.yData(OrvexCurveDataType::RawData), expected.yData(OrvexCurveDataType::RawData));
 }
 
-QByteArray fileWith(const QJsonObject& root)
-{
-    return QJsonDocument(root).toJson();
-}
-
-QJsonObject oneCurveFile(const QJsonObject& curve)
+QByteArray oneCurveFile(const QJsonObject& curve)
 {
     QJsonObject group{{"id", "g"}, {"visible", true}, {"customSymbol", ""}, {"curves", QJsonArray{curve}}};
-    return QJsonObject{{"groups", QJsonArray{group}}, {"currentGroupId", "g"}};
+    return QJsonDocument(QJsonObject{{"groups", QJsonArray{group}}, {"currentGroupId", "g"}}).toJson();
 }
 
 } // namespace
@@ -97,15 +94,12 @@ private slots:
     void writtenKeys();
     void curveTypeIgnored_data();
     void curveTypeIgnored();
-    void missingKeysReadAsDefaults();
     void importReplacesModelAndSignals();
     void repeatedIdsAndOddValues();
     void failureMessages_data();
     void failureMessages();
     void notJsonLeavesModel_data();
     void notJsonLeavesModel();
-    void fileDialogs_data();
-    void fileDialogs();
 };
 
 void tst_OrvexCurveJson::roundTripThroughFile()
@@ -121,7 +115,7 @@ void tst_OrvexCurveJson::roundTripThroughFile()
 
     QCOMPARE(target->groupIds(), source->groupIds());
     QCOMPARE(target->currentGroupId(), std::string("hidden"));
-    QCOMPARE(target->getCurrentGroup()->id(), std::string("hidden"));
+    QCOMPARE(target->getCurrentGroup(), target->findGroup("hidden"));
     QVERIFY(!target->getCurve("to be replaced"));
     for (const auto& group : source->getAllGroups(false)) {
         const auto copy = target->findGroup(group->id());
@@ -158,22 +152,17 @@ void tst_OrvexCurveJson::writtenKeys()
     QCOMPARE(root.keys(), QStringList({"currentGroupId", "groups"}));
     const QJsonObject group = root["groups"].toArray().at(0).toObject();
     QCOMPARE(group.keys(), QStringList({"curves", "customSymbol", "id", "visible"}));
-    QCOMPARE(group["customSymbol"].toString(), QStringLiteral("circle"));
     const QJsonObject curve = group["curves"].toArray().at(0).toObject();
     QStringList expected{"id", "title", "suffix", "lineStyle", "width", "visible", "barWidth",
                          "xUnit", "yUnit", "xLabel", "yLabel", "X", "Y"};
     expected.sort();
     QCOMPARE(curve.keys(), expected);
-    QCOMPARE(curve["lineStyle"].toInt(), int(Qt::DashDotLine));
-    QCOMPARE(curve["title"].toString(), QString::fromUtf8("Gain \"main\" \xC3\xA9\\"));
-    QCOMPARE(curve["Y"].toArray().at(1).toDouble(), 1.0 / 3.0);
 }
 
 void tst_OrvexCurveJson::curveTypeIgnored_data()
 {
     QTest::addColumn<int>("curveType");
     QTest::newRow("0") << 0;
-    QTest::newRow("1") << 1;
     QTest::newRow("2") << 2;
     QTest::newRow("unknown 99") << 99;
 }
@@ -182,34 +171,8 @@ void tst_OrvexCurveJson::curveTypeIgnored()
 {
     QFETCH(int, curveType);
     auto manager = makeManager();
-    QVERIFY(manager->importFromBytes(fileWith(oneCurveFile({{"id", "c"}, {"curveType", curveType}}))));
+    QVERIFY(manager->importFromBytes((oneCurveFile({{"id", "c"}, {"curveType", curveType}}))));
     QCOMPARE(manager->getCurve("c")->curveType(), OrvexCurveType::Line);
-}
-
-void tst_OrvexCurveJson::missingKeysReadAsDefaults()
-{
-    auto manager = makeManager();
-    QVERIFY(manager->importFromBytes(R"({"groups": [{"curves": [{}]}]})"));
-    const auto groups = manager->getAllGroups(false);
-    QCOMPARE(groups.size(), std::size_t(1));
-    QVERIFY(!groups[0]->id().empty());
-    QVERIFY(!groups[0]->visible());
-    QCOMPARE(groups[0]->customSymbol(), std::string());
-    QVERIFY(!manager->getCurrentGroup());
-
-    const auto curves = groups[0]->getAllCurves(false);
-    QCOMPARE(curves.size(), std::size_t(1));
-    const auto& curve = *curves[0];
-    QVERIFY(curve.id().size() == 38 && curve.id().front() == '{');
-    QCOMPARE(curve.title(), std::string());
-    QCOMPARE(curve.suffix(), std::string());
-    QCOMPARE(curve.lineStyle(), Qt::NoPen);
-    QCOMPARE(curve.width(), 0);
-    QCOMPARE(curve.barWidth(), 0);
-    QVERIFY(!curve.visible());
-    QCOMPARE(curve.xUnit(), std::string());
-    QCOMPARE(curve.yLabel(), std::string());
-    QCOMPARE(curve.dataSize(), std::size_t(0));
 }
 
 void tst_OrvexCurveJson::importReplacesModelAndSignals()
@@ -221,10 +184,9 @@ void tst_OrvexCurveJson::importReplacesModelAndSignals()
     int currentChanges = 0;
     connect(manager.get(), &OrvexCurveManager::currentGroupChanged, this, [&] { ++currentChanges; });
 
-    // A visible curve: its visibility does not change, so the group's change
-    // flag can only come from the dataChanged() the import emits.
+    // Visible curve: the change flag can only come from the emitted dataChanged().
     const QByteArray file =
-        fileWith(oneCurveFile({{"id", "n"}, {"visible", true}, {"X", QJsonArray{1}}, {"Y", QJsonArray{2}}}));
+        (oneCurveFile({{"id", "n"}, {"visible", true}, {"X", QJsonArray{1}}, {"Y", QJsonArray{2}}}));
     QVERIFY(manager->importFromBytes(file));
     QCOMPARE(oldDeleted, 1);
     QVERIFY(oldCurve->group().expired());
@@ -257,7 +219,7 @@ void tst_OrvexCurveJson::repeatedIdsAndOddValues()
     QCOMPARE(manager->currentGroupId(), std::string("nowhere"));
     QVERIFY(!manager->getCurrentGroup());
 
-    QVERIFY(manager->importFromBytes(fileWith(oneCurveFile({{"id", "z"}, {"lineStyle", 99}}))));
+    QVERIFY(manager->importFromBytes((oneCurveFile({{"id", "z"}, {"lineStyle", 99}}))));
     QCOMPARE(manager->getCurve("z")->lineStyle(), Qt::SolidLine);
 }
 
@@ -269,17 +231,17 @@ void tst_OrvexCurveJson::failureMessages_data()
 
     QTest::newRow("export into a missing folder")
         << "export" << QByteArray()
-        << "Cannot" + kNbsp + "open" + kNbsp + "file" + kNbsp + "for" + kNbsp + "writing:" + kNbsp;
+        << nbsp("Cannot open file for writing: ");
     QTest::newRow("import of a missing file")
         << "import" << QByteArray()
-        << "Cannot" + kNbsp + "open" + kNbsp + "file" + kNbsp + "for" + kNbsp + "reading:" + kNbsp + "\n";
+        << nbsp("Cannot open file for reading: \n");
     QTest::newRow("import of text")
         << "import" << QByteArray("this is not JSON")
-        << "Failed" + kNbsp + "to" + kNbsp + "parse" + kNbsp + "JSON" + kNbsp + "file\n";
+        << nbsp("Failed to parse JSON file\n");
     // Cut off inside nested containers, with a key given twice.
     QTest::newRow("import of a cut-off document")
         << "import" << QByteArray(R"({"groups":[{"id":"g","curves":[{"id":"c","Y":[1,2,3],"Y":[-3)")
-        << "Failed" + kNbsp + "to" + kNbsp + "parse" + kNbsp + "JSON" + kNbsp + "file\n";
+        << nbsp("Failed to parse JSON file\n");
 }
 
 void tst_OrvexCurveJson::failureMessages()
@@ -318,9 +280,7 @@ void tst_OrvexCurveJson::notJsonLeavesModel_data()
     QTest::addColumn<bool>("accepted");
 
     QTest::newRow("empty") << QByteArray() << false;
-    QTest::newRow("open brace") << QByteArray("{") << false;
     QTest::newRow("broken array") << QByteArray(R"({"groups": [})") << false;
-    QTest::newRow("trailing garbage") << QByteArray(R"({"groups": []} x)") << false;
     QTest::newRow("binary") << QByteArray("\x00\xff\xfe{", 4) << false;
     // Documents that parse replace the model, even when they hold nothing.
     QTest::newRow("array document") << QByteArray("[1, 2]") << true;
@@ -338,35 +298,6 @@ void tst_OrvexCurveJson::notJsonLeavesModel()
         QVERIFY(manager->groupIds().empty());
     else
         QCOMPARE(manager->exportToBytes(), before);
-}
-
-void tst_OrvexCurveJson::fileDialogs_data()
-{
-    QTest::addColumn<bool>("exporting");
-    QTest::addColumn<QString>("caption");
-    QTest::newRow("export") << true << "Export JSON file";
-    QTest::newRow("import") << false << "Import JSON file";
-}
-
-void tst_OrvexCurveJson::fileDialogs()
-{
-    QFETCH(bool, exporting);
-    QFETCH(QString, caption);
-
-    auto manager = sampleModel();
-    const QByteArray before = manager->exportToBytes();
-    bool done = true;
-    const auto probe = FileDialogProbe::run([&] { done = exporting ? manager->exportData() : manager->importData(); });
-
-    QVERIFY(probe.caught);
-    QCOMPARE(probe.title, caption);
-    QCOMPARE(probe.filters, QStringList{"JSON (*.json)"});
-    if (exporting)
-        QCOMPARE(probe.folder, probe.startFolder);
-    QVERIFY(!done);
-    QCOMPARE(probe.cerr, QByteArray());
-    QCOMPARE(manager->exportToBytes(), before);
-    QVERIFY(probe.files.isEmpty());
 }
 
 QTEST_MAIN(tst_OrvexCurveJson)
