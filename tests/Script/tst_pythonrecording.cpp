@@ -82,18 +82,10 @@ bool pythonParses(const QByteArray& input)
 }
 
 const QStringList kAwkwardTitles = {
-    "plain",
-    "it's",
-    "say \"hi\"",
-    "C:\\temp\\new\\file.json",
-    "two\nlines",
-    "trailing backslash\\",
-    "'''\"\"\"",
-    QString::fromUtf8("\xC3\xA9t\xC3\xA9 \xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x98\x80"),
-    QString::fromUtf8("nbsp\xC2\xA0line\xE2\x80\xA8sep"),
-    QStringLiteral("bell\a nul") + QChar(0) + QStringLiteral(" del\x7f"),
-    "{0} {1} }{",
-};
+    "plain", "it's", "say \"hi\"", "C:\\temp\\new\\file.json", "two\nlines", "trailing backslash\\",
+    "'''", "\"\"\"", QString::fromUtf8("\xC3\xA9t\xC3\xA9 \xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x98\x80"),
+    QString::fromUtf8("nbsp\xC2\xA0line\xE2\x80\xA8sep"), QStringLiteral("bell\a nul") + QChar(0) + QStringLiteral(" del\x7f"),
+    "{0} {1} }{"};
 
 } // namespace
 
