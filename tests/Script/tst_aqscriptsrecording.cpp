@@ -39,8 +39,7 @@ private Q_SLOTS:
     void continuationPast80Characters();
     void parentRules_data();
     void parentRules();
-    void headerLines();
-    void linesReachDiskAtOnce();
+    void headerAndLinesReachDiskAtOnce();
     void journalFrame();
     void hostJournalFunction();
     void failedCommandEndsJournal();
@@ -133,10 +132,8 @@ void tst_AQScriptsRecording::continuationPast80Characters()
         args << QStringLiteral("arg%1_abcd").arg(i, 2, 10, QLatin1Char('0')); // 10 characters each
     AQScripts::recordSignal(obj, QStringLiteral("sig"), args);
 
-    // The head "QtSignal Main_Window Obj sig" is 28 characters; each argument
-    // adds 11. The test runs before each argument, so the first line takes
-    // args until it passes 80 (28 + 5*11 = 83), a continuation line starts
-    // at 8 and passes 80 after 7 arguments (8 + 7*11 = 85).
+    // Head 28 characters, each argument 11: a line breaks once past 80
+    // (28 + 5*11 = 83; continuation 8 + 7*11 = 85).
     const QStringList lines = scriptRecords();
     QCOMPARE(lines.size(), 3);
     QCOMPARE(lines.at(0), "QtSignal Main_Window Obj sig " + args.mid(0, 5).join(' ') + " +");
@@ -196,11 +193,15 @@ void tst_AQScriptsRecording::parentRules()
     QCOMPARE(scriptRecords().size(), line.isEmpty() ? 0 : 1);
 }
 
-void tst_AQScriptsRecording::headerLines()
+void tst_AQScriptsRecording::headerAndLinesReachDiskAtOnce()
 {
     startRecording();
+    AQScripts::recordSignal(m_button, QStringLiteral("clicked"), QStringLiteral("on"));
+    // Read back while the engine still holds both files open.
     const QStringList lines = ScriptSandbox::readLines(m_script);
-    QCOMPARE(lines.size(), 3);
+    QCOMPARE(lines.size(), 4);
+    QCOMPARE(lines.at(3), QStringLiteral("QtSignal Main_Window Apply clicked on"));
+    QCOMPARE(ScriptSandbox::recordLines(m_sandbox->journalPath()), QStringList{lines.at(3)});
     QCOMPARE(lines.at(0), QStringLiteral("#\tfile: ") + m_script);
     QVERIFY2(QRegularExpression(QStringLiteral("^#\tstart time: [A-Z][a-z]{2} [A-Z][a-z]{2} \\d{1,2} \\d{4} "
                                                "\\d\\d:\\d\\d:\\d\\d$"))
@@ -208,15 +209,6 @@ void tst_AQScriptsRecording::headerLines()
                  .hasMatch(),
              qPrintable(lines.at(1)));
     QCOMPARE(lines.at(2), QStringLiteral("#\tversion: 2"));
-}
-
-void tst_AQScriptsRecording::linesReachDiskAtOnce()
-{
-    startRecording();
-    AQScripts::recordSignal(m_button, QStringLiteral("clicked"), QStringLiteral("on"));
-    // Read back while the engine still holds both files open.
-    QCOMPARE(scriptRecords(), QStringList{"QtSignal Main_Window Apply clicked on"});
-    QCOMPARE(ScriptSandbox::recordLines(m_sandbox->journalPath()), QStringList{"QtSignal Main_Window Apply clicked on"});
 }
 
 void tst_AQScriptsRecording::journalFrame()
