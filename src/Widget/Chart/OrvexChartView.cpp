@@ -607,14 +607,32 @@ void OrvexChartView::rebuildSeries(SeriesState& state)
     if (!m_decimationEnabled || area.width() <= 0 || area.height() <= 0) {
         OrvexSeriesDecimator::copyAll(x.data(), y.data(), n, state.points);
     } else if (!isPolarChart() && state.sorted) {
-        const auto range = getRangeX();
-        OrvexSeriesDecimator::AxisMap map;
-        map.log = m_useXLog;
-        const double lo = map.log ? std::log10(range.first) : range.first;
-        const double hi = map.log ? std::log10(range.second) : range.second;
-        map.scale = hi > lo ? area.width() / (hi - lo) : 1.0;
-        map.offset = area.left() - lo * map.scale;
-        OrvexSeriesDecimator::m4(x.data(), y.data(), n, map, range.first, range.second, state.points);
+        // Device coordinates as Qt Charts computes them when it paints: the
+        // series item sits at the plot area's corner, shifted by the view.
+        const QTransform toViewport = viewportTransform();
+        const auto rangeX = getRangeX();
+        const auto rangeY = getRangeY();
+        OrvexSeriesDecimator::AxisMap xMap;
+        xMap.min = rangeX.first;
+        xMap.max = rangeX.second;
+        xMap.length = area.width();
+        xMap.origin = area.left() + toViewport.dx();
+        xMap.log = m_useXLog;
+        xMap.base = m_xLogBase;
+        OrvexSeriesDecimator::AxisMap yMap;
+        yMap.min = rangeY.first;
+        yMap.max = rangeY.second;
+        yMap.length = area.height();
+        yMap.origin = area.top() + toViewport.dy();
+        yMap.log = m_useYLog;
+        yMap.base = m_yLogBase;
+        yMap.vertical = true;
+        const QPen pen = state.series->pen();
+        const bool onePixel = pen.style() == Qt::SolidLine && pen.widthF() <= 1 && pen.isCosmetic()
+                              && !renderHints().testFlag(QPainter::Antialiasing);
+        OrvexSeriesDecimator::m4(x.data(), y.data(), n, xMap, yMap,
+                                 onePixel ? OrvexSeriesDecimator::OnePixelLine : OrvexSeriesDecimator::AnyPen,
+                                 state.points);
     } else {
         OrvexSeriesDecimator::reduceInPixelSpace(
             x.data(), y.data(), n, [this](double px, double py) { return valueToScene(QPointF(px, py)); },

@@ -1,20 +1,659 @@
 #include "Widget/Chart/OrvexSeriesDecimator.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace Gui::Widget {
 
-double OrvexSeriesDecimator::AxisMap::map(double value) const
+namespace {
+
+// The arithmetic below mirrors, operation for operation, how Qt Charts'
+// domains place a value and how Qt's cosmetic stroker (QPainter::drawLine
+// with a one-pixel pen, no antialiasing) turns a line into pixels. Rounding
+// matters: a different association of the same formula can move a
+// coordinate across a 1/64 pixel step and with it a pixel.
+
+struct Axis
 {
-    return offset + scale * (log ? std::log10(value) : value);
+    explicit Axis(const OrvexSeriesDecimator::AxisMap& map)
+        : min(map.min)
+        , length(map.length)
+        , origin(map.origin)
+        , log(map.log)
+        , vertical(map.vertical)
+        , base(map.base)
+    {
+        if (log) {
+            logBase = std::log10(map.base);
+            const double a = std::log10(map.min) / logBase;
+            const double b = std::log10(map.max) / logBase;
+            logLeft = a < b ? a : b;
+            delta = length / std::abs((a > b ? a : b) - logLeft);
+        } else {
+            delta = length / (map.max - map.min);
+        }
+    }
+
+    double device(double value) const
+    {
+        double g = log ? ((std::log10(value) / logBase) - logLeft) * delta : (value - min) * delta;
+        if (vertical)
+            g = length - g;
+        return g + origin;
+    }
+
+    double value(double device) const
+    {
+        double g = device - origin;
+        if (vertical)
+            g = length - g;
+        return log ? std::pow(base, g / delta + logLeft) : min + g / delta;
+    }
+
+    double min;
+    double length;
+    double origin;
+    bool log;
+    bool vertical;
+    double base;
+    double delta = 1;
+    double logBase = 1;
+    double logLeft = 0;
+};
+
+inline int toF26Dot6(double v)
+{
+    return int(v * 64.);
 }
 
-double OrvexSeriesDecimator::AxisMap::unmap(double pixel) const
+inline int fixedDiv(int x, int y)
 {
-    const double v = (pixel - offset) / scale;
-    return log ? std::pow(10.0, v) : v;
+    if (std::abs(x) > 0x7fff)
+        return int(qint64(x) * (1 << 16) / y);
+    return x * (1 << 16) / y;
+}
+
+// Pixels of one drawLine with square caps, as runs (column, first row, last
+// row) handed to @p sink. Coordinates are 26.6 fixed point.
+template <typename Sink>
+void rasterizeLine(int x1, int y1, int x2, int y2, Sink&& sink)
+{
+    const int dx = std::abs(x2 - x1);
+    const int dy = std::abs(y2 - y1);
+    if (dx < dy) {
+        if (y1 > y2) {
+            std::swap(y1, y2);
+            std::swap(x1, x2);
+        }
+        const int xinc = fixedDiv(x2 - x1, y2 - y1);
+        int x = x1 * (1 << 10);
+        y1 -= 32;
+        x -= xinc >> 1;
+        y2 += 32;
+        int y = (y1 + 32) >> 6;
+        const int ys = (y2 + 32) >> 6;
+        const int round = xinc > 0 ? 32 : 0;
+        if (y == ys)
+            return;
+        x += ((y * (1 << 6)) + round - y1) * xinc >> 6;
+        if ((x >> 16) == ((x + (ys - 1 - y) * xinc) >> 16)) {
+            sink(x >> 16, y, ys - 1);
+            return;
+        }
+        for (; y < ys; ++y, x += xinc)
+            sink(x >> 16, y, y);
+        return;
+    }
+    if (!dx)
+        return;
+    if (x1 > x2) {
+        std::swap(x1, x2);
+        std::swap(y1, y2);
+    }
+    const int yinc = fixedDiv(y2 - y1, x2 - x1);
+    int y = y1 * (1 << 10);
+    x1 -= 32;
+    y -= yinc >> 1;
+    x2 += 32;
+    int x = (x1 + 32) >> 6;
+    const int xs = (x2 + 32) >> 6;
+    const int round = yinc > 0 ? 32 : 0;
+    if (x == xs)
+        return;
+    y += ((x * (1 << 6)) + round - x1) * yinc >> 6;
+    for (; x < xs; ++x, y += yinc)
+        sink(x, y >> 16, y >> 16);
+}
+
+// The rows that can show (the plot's, one more on each side for the clip's
+// rounding) and the band inside which Qt draws a line without clipping its
+// geometry first.
+struct Frame
+{
+    int rowLo = 0;
+    int rowHi = 0;
+    double safeTop = 0;
+    double safeBottom = 0;
+    double safeLeft = 0;
+    double safeRight = 0;
+};
+
+struct DevicePoint
+{
+    double x = 0;
+    double y = 0;
+    int fx = 0;
+    int fy = 0;
+    bool finite = false;
+    bool safe = false; // inside the band: fx and fy are valid
+};
+
+struct Run
+{
+    int column;
+    int lo;
+    int hi;
+    bool operator==(const Run& o) const { return column == o.column && lo == o.lo && hi == o.hi; }
+    bool operator<(const Run& o) const { return column != o.column ? column < o.column : lo < o.lo; }
+};
+
+void normalize(std::vector<Run>& runs)
+{
+    std::sort(runs.begin(), runs.end());
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        if (kept > 0 && runs[kept - 1].column == runs[i].column && runs[i].lo <= runs[kept - 1].hi + 1)
+            runs[kept - 1].hi = std::max(runs[kept - 1].hi, runs[i].hi);
+        else
+            runs[kept++] = runs[i];
+    }
+    runs.resize(kept);
+}
+
+// The visible pixels that the lines inside one column light: runs that are
+// certain, and runs that may or may not be lit (where Qt's floating-point
+// clipping of a line leaving the plot decides a pixel we cannot predict).
+class Coverage
+{
+public:
+    void reset(int column, const Frame& frame)
+    {
+        m_column = column;
+        m_frame = &frame;
+        m_lo = 1;
+        m_hi = 0;
+        m_extra.clear();
+        m_maybe.clear();
+        m_overflow = false;
+    }
+
+    int column() const { return m_column; }
+    bool overflow() const { return m_overflow; }
+
+    void add(int column, int lo, int hi)
+    {
+        if (!clamp(lo, hi))
+            return;
+        if (column == m_column) {
+            if (m_lo > m_hi) {
+                m_lo = lo;
+                m_hi = hi;
+                return;
+            }
+            if (lo <= m_hi + 1 && hi >= m_lo - 1) {
+                m_lo = std::min(m_lo, lo);
+                m_hi = std::max(m_hi, hi);
+                return;
+            }
+        }
+        push(m_extra, {column, lo, hi});
+    }
+
+    void addMaybe(int column, int lo, int hi)
+    {
+        if (clamp(lo, hi))
+            push(m_maybe, {column, lo, hi});
+    }
+
+    /// Certain runs, sorted and merged.
+    void certain(std::vector<Run>& runs) const
+    {
+        runs.assign(m_extra.begin(), m_extra.end());
+        if (m_lo <= m_hi)
+            runs.push_back({m_column, m_lo, m_hi});
+        normalize(runs);
+    }
+
+    const std::vector<Run>& maybe() const { return m_maybe; }
+
+private:
+    bool clamp(int& lo, int& hi) const
+    {
+        lo = std::max(lo, m_frame->rowLo);
+        hi = std::min(hi, m_frame->rowHi);
+        return lo <= hi;
+    }
+
+    // Pixels off the column's run are rare; many of them mean the column is
+    // not worth reducing.
+    void push(std::vector<Run>& runs, const Run& run)
+    {
+        if (runs.size() >= 64)
+            m_overflow = true;
+        else
+            runs.push_back(run);
+    }
+
+    int m_column = 0;
+    const Frame* m_frame = nullptr;
+    int m_lo = 1;
+    int m_hi = 0;
+    std::vector<Run> m_extra;
+    std::vector<Run> m_maybe;
+    bool m_overflow = false;
+};
+
+DevicePoint devicePoint(double dx, double dy, const Frame& frame)
+{
+    DevicePoint p;
+    p.x = dx;
+    p.y = dy;
+    p.finite = std::isfinite(dx) && std::isfinite(dy);
+    p.safe = p.finite && dy >= frame.safeTop && dy <= frame.safeBottom && dx >= frame.safeLeft
+             && dx <= frame.safeRight;
+    if (p.safe) {
+        p.fx = toF26Dot6(dx);
+        p.fy = toF26Dot6(dy);
+    }
+    return p;
+}
+
+// Adds what drawLine(a, b) lights to @p cov; both ends lie in cov's column.
+void addSegment(Coverage& cov, const DevicePoint& a, const DevicePoint& b, const Frame& frame)
+{
+    if (!a.finite || !b.finite)
+        return; // Qt drops such a line
+    if (QPointF(a.x, a.y) == QPointF(b.x, b.y)) {
+        // Qt draws a (fuzzily) zero-length line as a point at the rounded position.
+        if (a.safe)
+            cov.add(qRound(a.x), qRound(a.y), qRound(a.y));
+        return;
+    }
+    if (a.safe && b.safe) {
+        rasterizeLine(a.fx, a.fy, b.fx, b.fy, [&cov](int column, int lo, int hi) { cov.add(column, lo, hi); });
+        return;
+    }
+    // An end beyond the band: Qt clips the line in floating point first.
+    if (!a.safe && !b.safe && ((a.y < frame.safeTop) == (b.y < frame.safeTop)))
+        return; // both above or both below the plot
+    auto row = [&frame](const DevicePoint& p) {
+        return p.safe ? (p.fy >> 6) : (p.y < frame.safeTop ? frame.rowLo - 1 : frame.rowHi + 1);
+    };
+    const int lo = std::min(row(a), row(b));
+    const int hi = std::max(row(a), row(b));
+    const double dx = std::abs(b.x - a.x);
+    const double dy = std::abs(b.y - a.y);
+    const int column = cov.column();
+    if (dy >= 2 * dx) {
+        // A steep line clear of the column's edges runs down the column to
+        // the plot's edge; nearer an edge some rows may land next door.
+        const double margin = 2.0 / 64 + 0.5 * dx / dy;
+        const bool leftClear = std::min(a.x, b.x) >= column + margin;
+        const bool rightClear = std::max(a.x, b.x) <= column + 1 - margin;
+        if (leftClear && rightClear) {
+            cov.add(column, lo, hi);
+            return;
+        }
+        cov.addMaybe(column, lo, hi);
+        if (!leftClear)
+            cov.addMaybe(column - 1, lo, hi);
+        if (!rightClear)
+            cov.addMaybe(column + 1, lo, hi);
+        return;
+    }
+    for (int c = column - 1; c <= column + 1; ++c)
+        cov.addMaybe(c, lo - 1, hi + 1);
+}
+
+// The points of one device-pixel column and what drawing them lights.
+struct Column
+{
+    int column = 0;
+    bool wild = false;
+    std::size_t count = 0;
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::size_t first = 0;
+    std::size_t last = 0;
+    std::size_t top = 0;
+    std::size_t bottom = 0;
+    double topY = 0;
+    double bottomY = 0;
+    Coverage full;
+    std::vector<Run> fullRuns; // certain, normalized
+    Run main{0, 1, 0}; // the certain run in the column itself (empty if lo > hi)
+    bool reducible = false;
+};
+
+class M4Reducer
+{
+public:
+    M4Reducer(const double* x, const double* y, const OrvexSeriesDecimator::AxisMap& xMap,
+              const OrvexSeriesDecimator::AxisMap& yMap, OrvexSeriesDecimator::LineKind kind, QVector<QPointF>& out)
+        : m_x(x)
+        , m_y(y)
+        , m_xAxis(xMap)
+        , m_yAxis(yMap)
+        , m_exact(kind == OrvexSeriesDecimator::OnePixelLine)
+        , m_out(out)
+    {
+        const double top = yMap.origin;
+        const double bottom = yMap.origin + yMap.length;
+        m_frame.rowLo = int(std::floor(top));
+        m_frame.rowHi = int(std::floor(bottom)) + 1;
+        m_frame.safeTop = top - 3;
+        m_frame.safeBottom = bottom + 3;
+        m_frame.safeLeft = xMap.origin - 3;
+        m_frame.safeRight = xMap.origin + xMap.length + 3;
+    }
+
+    void run(std::size_t first, std::size_t last)
+    {
+        DevicePoint previous;
+        Column* c = m_current;
+        for (std::size_t i = first; i < last; ++i) {
+            if (std::isnan(m_x[i]) || std::isnan(m_y[i]))
+                continue;
+            const DevicePoint p = devicePoint(m_xAxis.device(m_x[i]), m_yAxis.device(m_y[i]), m_frame);
+            // A point outside the band sideways (the slice's outer
+            // neighbours) is a column of its own.
+            const bool wild = !(p.x >= m_frame.safeLeft && p.x <= m_frame.safeRight);
+            const int column = wild ? std::numeric_limits<int>::min() : (toF26Dot6(p.x) >> 6);
+            if (c->count == 0 || wild || c->wild || column != c->column) {
+                gathered(i);
+                c = m_current;
+                start(*c, i, column, wild, p);
+            } else {
+                if (m_exact)
+                    addSegment(c->full, previous, p, m_frame);
+                ++c->count;
+                c->last = i;
+                if (p.y < c->topY) {
+                    c->topY = p.y;
+                    c->top = i;
+                }
+                if (p.y > c->bottomY) {
+                    c->bottomY = p.y;
+                    c->bottom = i;
+                }
+            }
+            previous = p;
+        }
+        gathered(last);
+        gathered(last); // the held column decides with no neighbour after it
+    }
+
+private:
+    void start(Column& c, std::size_t i, int column, bool wild, const DevicePoint& p)
+    {
+        c.begin = i;
+        c.first = c.last = c.top = c.bottom = i;
+        c.topY = c.bottomY = p.y;
+        c.count = 1;
+        c.column = column;
+        c.wild = wild;
+        if (m_exact && !wild)
+            c.full.reset(column, m_frame);
+    }
+
+    // The current column is complete up to @p end: settle what it lights,
+    // decide the column held before it (which needed this one as its right
+    // neighbour), and hold this one.
+    void gathered(std::size_t end)
+    {
+        Column& c = *m_current;
+        if (c.count > 0) {
+            c.end = end;
+            c.reducible = !c.wild && c.count > 5;
+            c.main = Run{c.column, 1, 0};
+            c.fullRuns.clear();
+            if (m_exact && !c.wild) {
+                c.full.certain(c.fullRuns);
+                int inColumn = 0;
+                for (const Run& r : c.fullRuns) {
+                    if (r.column == c.column) {
+                        c.main = r;
+                        ++inColumn;
+                    }
+                }
+                if (inColumn > 1 || c.full.overflow())
+                    c.reducible = false;
+            }
+        }
+        if (m_held->count > 0)
+            decide(*m_held, m_previous, c.count > 0 ? &c : nullptr);
+        // The held column becomes the left neighbour; this one is held.
+        m_previous = m_held->count > 0 ? Run{m_held->column, m_held->main.lo, m_held->main.hi} : Run{0, 1, 0};
+        m_held->count = 0;
+        std::swap(m_held, m_current);
+        m_current->count = 0;
+    }
+
+    void emitOriginals(const Column& c)
+    {
+        for (std::size_t k = c.begin; k < c.end; ++k) {
+            if (!std::isnan(m_x[k]) && !std::isnan(m_y[k]))
+                m_out.append(QPointF(m_x[k], m_y[k]));
+        }
+    }
+
+    void decide(const Column& c, const Run& left, const Column* right)
+    {
+        if (!c.reducible) {
+            emitOriginals(c);
+            return;
+        }
+        if (!m_exact) {
+            std::size_t idx[4] = {c.first, c.top, c.bottom, c.last};
+            std::sort(idx, idx + 4);
+            for (int k = 0; k < 4; ++k) {
+                if (k == 0 || idx[k] != idx[k - 1])
+                    m_out.append(QPointF(m_x[idx[k]], m_y[idx[k]]));
+            }
+            return;
+        }
+        // Pixels beyond the column's own run do not tell the two drawings
+        // apart when both surely light them anyway: the neighbouring
+        // columns' runs are in both drawings whatever is decided for those
+        // columns, and the column's own run is checked to be in both.
+        const Run rightRun = right ? right->main : Run{0, 1, 0};
+        auto covered = [&](const Run& r, bool ownRun) {
+            for (const Run& by : {left, rightRun, ownRun ? c.main : Run{0, 1, 0}}) {
+                if (by.column == r.column && by.lo <= r.lo && r.hi <= by.hi)
+                    return true;
+            }
+            return false;
+        };
+        // Each part of @p a's runs next door that @p b lacks must be covered.
+        auto differenceCovered = [&](const std::vector<Run>& a, const std::vector<Run>& b) {
+            for (const Run& r : a) {
+                if (r.column == c.column)
+                    continue;
+                int lo = r.lo;
+                for (const Run& other : b) {
+                    if (other.column != r.column || other.hi < lo || other.lo > r.hi)
+                        continue;
+                    if (other.lo > lo && !covered(Run{r.column, lo, other.lo - 1}, false))
+                        return false;
+                    lo = std::max(lo, other.hi + 1);
+                }
+                if (lo <= r.hi && !covered(Run{r.column, lo, r.hi}, false))
+                    return false;
+            }
+            return true;
+        };
+        auto maybeCovered = [&](const std::vector<Run>& maybe) {
+            return std::all_of(maybe.begin(), maybe.end(), [&](const Run& r) { return covered(r, true); });
+        };
+        if (maybeCovered(c.full.maybe())) {
+            // The plain stroke first; failing that, keep the original lines
+            // at the column's edges, where a steep line's square cap may
+            // reach into the neighbouring column.
+            for (std::size_t edge = 0; edge <= 2 && c.count > 2 * edge + 3; ++edge) {
+                if (!buildStroke(c, edge))
+                    continue;
+                simulateStroke(c);
+                Run reducedMain{c.column, 1, 0};
+                int inColumn = 0;
+                for (const Run& r : m_reducedRuns) {
+                    if (r.column == c.column) {
+                        reducedMain = r;
+                        ++inColumn;
+                    }
+                }
+                const bool sameRun = c.main.lo > c.main.hi ? inColumn == 0 : inColumn == 1 && reducedMain == c.main;
+                if (!m_reduced.overflow() && sameRun && differenceCovered(c.fullRuns, m_reducedRuns)
+                    && differenceCovered(m_reducedRuns, c.fullRuns) && maybeCovered(m_reduced.maybe())) {
+                    for (const QPointF& p : m_stroke)
+                        m_out.append(p);
+                    return;
+                }
+            }
+        }
+        emitOriginals(c);
+    }
+
+    // The index of the valid point @p steps after (before, if negative) @p i.
+    std::size_t step(const Column& c, std::size_t i, int steps) const
+    {
+        while (steps != 0) {
+            i = steps > 0 ? i + 1 : i - 1;
+            if (i < c.begin || i >= c.end)
+                return i;
+            if (!std::isnan(m_x[i]) && !std::isnan(m_y[i]))
+                steps += steps > 0 ? -1 : 1;
+        }
+        return i;
+    }
+
+    // A data value whose device row is @p row: the vertex's own value when it
+    // lies on that row, else one at the row's middle.
+    bool valueForRow(int row, std::size_t vertex, double& value) const
+    {
+        auto rowOf = [this](double v, int& r) {
+            const double d = m_yAxis.device(v);
+            if (!(d >= m_frame.safeTop && d <= m_frame.safeBottom))
+                return false;
+            r = toF26Dot6(d) >> 6;
+            return true;
+        };
+        int r = 0;
+        if (rowOf(m_y[vertex], r) && r == row) {
+            value = m_y[vertex];
+            return true;
+        }
+        value = m_yAxis.value(row + 0.5);
+        return rowOf(value, r) && r == row;
+    }
+
+    // The reduced column: the first @p edge original lines, then straight
+    // down (or up) the column through its top and bottom rows to the height
+    // of the point @p edge before the last, across to that point, and the
+    // last @p edge original lines.
+    bool buildStroke(const Column& c, std::size_t edge)
+    {
+        m_stroke.clear();
+        std::size_t from = c.first;
+        m_stroke.append(QPointF(m_x[from], m_y[from]));
+        for (std::size_t k = 0; k < edge; ++k) {
+            from = step(c, from, 1);
+            m_stroke.append(QPointF(m_x[from], m_y[from]));
+        }
+        std::size_t to = c.last;
+        for (std::size_t k = 0; k < edge; ++k)
+            to = step(c, to, -1);
+        if (from >= to)
+            return false;
+        const double xFrom = m_x[from];
+        if (c.main.lo <= c.main.hi) {
+            // A run reaching the plot's edge may go on beyond it.
+            const int topRow = c.main.lo == m_frame.rowLo ? c.main.lo - 1 : c.main.lo;
+            const int bottomRow = c.main.hi == m_frame.rowHi ? c.main.hi + 1 : c.main.hi;
+            double topValue = 0;
+            double bottomValue = 0;
+            if (!valueForRow(topRow, c.top, topValue) || !valueForRow(bottomRow, c.bottom, bottomValue))
+                return false;
+            if (c.top < c.bottom) {
+                appendDistinct(QPointF(xFrom, topValue));
+                appendDistinct(QPointF(xFrom, bottomValue));
+            } else {
+                appendDistinct(QPointF(xFrom, bottomValue));
+                appendDistinct(QPointF(xFrom, topValue));
+            }
+        }
+        appendDistinct(QPointF(xFrom, m_y[to]));
+        appendDistinct(QPointF(m_x[to], m_y[to]));
+        while (to != c.last) {
+            to = step(c, to, 1);
+            appendDistinct(QPointF(m_x[to], m_y[to]));
+        }
+        return true;
+    }
+
+    void appendDistinct(const QPointF& p)
+    {
+        const QPointF& back = m_stroke.constLast();
+        if (back.x() != p.x() || back.y() != p.y())
+            m_stroke.append(p);
+    }
+
+    void simulateStroke(const Column& c)
+    {
+        m_reduced.reset(c.column, m_frame);
+        DevicePoint previous;
+        for (int k = 0; k < m_stroke.size(); ++k) {
+            const DevicePoint p = devicePoint(m_xAxis.device(m_stroke[k].x()), m_yAxis.device(m_stroke[k].y()), m_frame);
+            if (k > 0)
+                addSegment(m_reduced, previous, p, m_frame);
+            previous = p;
+        }
+        m_reduced.certain(m_reducedRuns);
+    }
+
+    const double* m_x;
+    const double* m_y;
+    Axis m_xAxis;
+    Axis m_yAxis;
+    bool m_exact;
+    QVector<QPointF>& m_out;
+    Frame m_frame;
+
+    // The column being gathered, and the one before it, held until its
+    // right neighbour is known.
+    Column m_columns[2];
+    Column* m_current = &m_columns[0];
+    Column* m_held = &m_columns[1];
+    Run m_previous{0, 1, 0};
+
+    Coverage m_reduced;
+    QVector<QPointF> m_stroke;
+    std::vector<Run> m_reducedRuns;
+};
+
+} // namespace
+
+double OrvexSeriesDecimator::AxisMap::toDevice(double value) const
+{
+    return Axis(*this).device(value);
+}
+
+double OrvexSeriesDecimator::AxisMap::fromDevice(double device) const
+{
+    return Axis(*this).value(device);
 }
 
 std::pair<std::size_t, std::size_t> OrvexSeriesDecimator::visibleSlice(const double* x, std::size_t count,
@@ -31,59 +670,17 @@ std::pair<std::size_t, std::size_t> OrvexSeriesDecimator::visibleSlice(const dou
 }
 
 void OrvexSeriesDecimator::m4(const double* x, const double* y, std::size_t count, const AxisMap& xMap,
-                              double visibleMin, double visibleMax, QVector<QPointF>& out)
+                              const AxisMap& yMap, LineKind kind, QVector<QPointF>& out)
 {
     out.clear();
-    if (count == 0)
+    if (count == 0 || !(xMap.length > 0) || !(yMap.length > 0) || !(xMap.max > xMap.min) || !(yMap.max > yMap.min))
         return;
-    auto [first, last] = visibleSlice(x, count, visibleMin, visibleMax);
+    auto [first, last] = visibleSlice(x, count, xMap.min, xMap.max);
     if (xMap.log) // no logarithm for these
         first = std::max(first, static_cast<std::size_t>(std::upper_bound(x, x + count, 0.0) - x));
     if (first >= last)
         return;
-    out.reserve(static_cast<int>(std::min<std::size_t>(last - first, 4 * 8192)));
-    auto column = [&](std::size_t i) { return std::floor(xMap.map(x[i])); };
-    auto emit = [&](std::size_t i) {
-        if (!std::isnan(x[i]) && !std::isnan(y[i]))
-            out.append(QPointF(x[i], y[i]));
-    };
-
-    std::size_t i = first;
-    while (i < last) {
-        // The column's end: binary search for the next column's left edge,
-        // then settle rounding at the edge point by point.
-        const double c = column(i);
-        std::size_t j = static_cast<std::size_t>(std::lower_bound(x + i, x + last, xMap.unmap(c + 1)) - x);
-        j = std::max(j, i + 1);
-        while (j > i + 1 && column(j - 1) != c)
-            --j;
-        while (j < last && column(j) == c)
-            ++j;
-
-        std::size_t iMin = i;
-        std::size_t iMax = i;
-        double lo = y[i];
-        double hi = y[i];
-        for (std::size_t k = i + 1; k < j; ++k) {
-            const double v = y[k];
-            if (v < lo) {
-                lo = v;
-                iMin = k;
-            }
-            if (v > hi) {
-                hi = v;
-                iMax = k;
-            }
-        }
-        std::size_t idx[4] = {i, iMin, iMax, j - 1};
-        std::sort(idx, idx + 4);
-        emit(idx[0]);
-        for (int k = 1; k < 4; ++k) {
-            if (idx[k] != idx[k - 1])
-                emit(idx[k]);
-        }
-        i = j;
-    }
+    M4Reducer(x, y, xMap, yMap, kind, out).run(first, last);
 }
 
 void OrvexSeriesDecimator::reduceInPixelSpace(const double* x, const double* y, std::size_t count,

@@ -7,37 +7,60 @@
 
 #include <cstddef>
 #include <functional>
+#include <utility>
 
 namespace Gui::Widget {
 
 /**
- * Reduces a curve to the points that change what a one-pixel line draws.
+ * Reduces a curve to the points that change what its line draws.
  *
- * `m4` is for curves whose X is sorted ascending: it keeps the visible slice
- * (found by binary search, plus one point on each side so lines leaving the
- * plot are drawn the same) and, of every device-pixel column, the first,
- * last, lowest and highest point in data order. `reduceInPixelSpace` is for
- * any other order and for non-linear mappings: it drops each point that maps
- * to the same pixel as the point kept before it. Both write data coordinates
- * into @p out (cleared first), leave out NaN points, and never copy the
- * input. The class has no state.
+ * `m4` is for curves whose X is sorted ascending, drawn on cartesian axes.
+ * It keeps the visible slice (found by binary search, plus one point on each
+ * side so lines leaving the plot are drawn the same) and groups the points by
+ * the device-pixel column they fall in. A column keeps its first and last
+ * point, so every line between two columns is the very line of the full
+ * curve; inside the column the line becomes a vertical stroke through the
+ * column's lowest and highest rows (M4 aggregation).
+ *
+ * With `OnePixelLine` (a solid, cosmetic, one-pixel pen without
+ * antialiasing, Qt Charts' default) the result is pixel-identical to drawing
+ * every point: the device coordinates are computed with the same arithmetic
+ * as Qt Charts' domains, each column's pixels are predicted with the integer
+ * arithmetic of Qt's cosmetic line rasterizer for the full data and for the
+ * reduced stroke, and a column whose two predictions differ (a line nicking
+ * the neighbouring column, a lone pixel off the run) keeps all its points.
+ * `AnyPen` skips that check and keeps each column's first, lowest, highest
+ * and last point; wide or dashed pens may then differ by a pixel at the ends
+ * of vertical runs.
+ *
+ * `reduceInPixelSpace` is for any other order and for polar plots: it drops
+ * each point that maps to the same pixel as the point kept before it.
+ *
+ * All write data coordinates into @p out (cleared first), leave out NaN
+ * points and never copy the input. The class has no state.
  */
 class ORVEXQTUIBASE_EXPORT OrvexSeriesDecimator
 {
 public:
-    /// Pixel coordinate of a data value along one axis: offset + scale * v,
-    /// with v the base-10 logarithm of the value on a log axis.
+    /// Where a value lands along one axis, in device pixels.
     struct AxisMap
     {
-        double offset = 0;
-        double scale = 1;
+        double min = 0; ///< axis range
+        double max = 1;
+        double length = 1; ///< plot extent along the axis, pixels
+        double origin = 0; ///< device coordinate of the plot's left or top edge
         bool log = false;
-        double map(double value) const;
-        double unmap(double pixel) const;
+        double base = 10;
+        bool vertical = false; ///< values grow upwards, device coordinates downwards
+
+        double toDevice(double value) const;
+        double fromDevice(double device) const;
     };
 
-    static void m4(const double* x, const double* y, std::size_t count, const AxisMap& xMap, double visibleMin,
-                   double visibleMax, QVector<QPointF>& out);
+    enum LineKind { OnePixelLine, AnyPen };
+
+    static void m4(const double* x, const double* y, std::size_t count, const AxisMap& xMap, const AxisMap& yMap,
+                   LineKind kind, QVector<QPointF>& out);
 
     using PixelMap = std::function<QPointF(double, double)>;
     static void reduceInPixelSpace(const double* x, const double* y, std::size_t count, const PixelMap& toPixel,
