@@ -13,8 +13,8 @@ namespace {
 const QString RootHead = QStringLiteral("QtSignal Root ");
 }
 
-WrapperFixture::WrapperFixture()
-    : m_sandbox(std::make_unique<ScriptSandbox>(false))
+WrapperFixture::WrapperFixture(bool journal)
+    : m_sandbox(std::make_unique<ScriptSandbox>(journal))
     , m_root(std::make_unique<QWidget>())
 {
     AQObjects::add(m_root.get(), QStringLiteral("Root"));

@@ -16,7 +16,8 @@
 class WrapperFixture
 {
 public:
-    WrapperFixture();
+    /// @p journal: journal into the sandbox's "journal.jrl".
+    explicit WrapperFixture(bool journal = false);
     ~WrapperFixture();
 
     QWidget* root() const { return m_root.get(); }
