@@ -599,7 +599,10 @@ void OrvexChartView::rebuildSeries(SeriesState& state)
     const auto& y = curve->yData();
     const std::size_t n = std::min(x.size(), y.size());
     if (state.sortedRevision != curve->dataRevision() || state.sortedType != curve->dataType()) {
-        state.sorted = std::is_sorted(x.begin(), x.begin() + static_cast<std::ptrdiff_t>(n));
+        // Reduction by columns needs X ascending and free of NaN.
+        state.sorted = n == 0 || !std::isnan(x[0]);
+        for (std::size_t i = 1; i < n && state.sorted; ++i)
+            state.sorted = x[i] >= x[i - 1];
         state.sortedRevision = curve->dataRevision();
         state.sortedType = curve->dataType();
     }

@@ -2,25 +2,38 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
+#include <utility>
 
 namespace Gui::Widget {
 
 namespace {
 
-// Index of the first NaN-free extreme; `better(a, b)` says a beats b.
-template<typename Better>
-std::size_t extremeIndex(const std::vector<double>& values, std::size_t count, Better better)
+// Indices of the first NaN-free lowest and highest values, in one pass that
+// keeps the current extremes in registers.
+std::pair<std::size_t, std::size_t> extremeIndices(const std::vector<double>& values, std::size_t count)
 {
-    std::size_t best = 0;
-    while (best < count && std::isnan(values[best]))
-        ++best;
-    if (best == count)
-        return 0;
-    for (std::size_t i = best + 1; i < count; ++i) {
-        if (better(values[i], values[best]))
-            best = i;
+    std::size_t first = 0;
+    while (first < count && std::isnan(values[first]))
+        ++first;
+    if (first == count)
+        return {0, 0};
+    double lo = values[first];
+    double hi = lo;
+    std::size_t iLo = first;
+    std::size_t iHi = first;
+    for (std::size_t i = first + 1; i < count; ++i) {
+        const double v = values[i];
+        if (v < lo) {
+            lo = v;
+            iLo = i;
+        }
+        if (v > hi) {
+            hi = v;
+            iHi = i;
+        }
     }
-    return best;
+    return {iLo, iHi};
 }
 
 } // namespace
@@ -29,12 +42,8 @@ OrvexCurveExtremes OrvexCurveExtremes::compute(const std::vector<double>& x, con
 {
     OrvexCurveExtremes result;
     result.count = std::min(x.size(), y.size());
-    const auto less = [](double a, double b) { return a < b; };
-    const auto greater = [](double a, double b) { return a > b; };
-    result.minX = extremeIndex(x, result.count, less);
-    result.maxX = extremeIndex(x, result.count, greater);
-    result.minY = extremeIndex(y, result.count, less);
-    result.maxY = extremeIndex(y, result.count, greater);
+    std::tie(result.minX, result.maxX) = extremeIndices(x, result.count);
+    std::tie(result.minY, result.maxY) = extremeIndices(y, result.count);
     return result;
 }
 

@@ -7,6 +7,12 @@
 #include <limits>
 #include <vector>
 
+#if defined(__GNUC__)
+#define ORVEX_ALWAYS_INLINE __attribute__((always_inline))
+#else
+#define ORVEX_ALWAYS_INLINE
+#endif
+
 namespace Gui::Widget {
 
 namespace {
@@ -38,9 +44,16 @@ struct Axis
         }
     }
 
+    double device(double value) const { return log ? device<true>(value) : device<false>(value); }
+
+    template <bool Log>
     double device(double value) const
     {
-        double g = log ? ((std::log10(value) / logBase) - logLeft) * delta : (value - min) * delta;
+        double g;
+        if constexpr (Log)
+            g = ((std::log10(value) / logBase) - logLeft) * delta;
+        else
+            g = (value - min) * delta;
         if (vertical)
             g = length - g;
         return g + origin;
@@ -277,13 +290,27 @@ void addSegment(Coverage& cov, const DevicePoint& a, const DevicePoint& b, const
 {
     if (!a.finite || !b.finite)
         return; // Qt drops such a line
-    if (QPointF(a.x, a.y) == QPointF(b.x, b.y)) {
+    // Ends more than a 64th of a pixel apart are never (fuzzily) equal.
+    const bool near = !(a.safe && b.safe) || (std::abs(a.fx - b.fx) <= 1 && std::abs(a.fy - b.fy) <= 1);
+    if (near && QPointF(a.x, a.y) == QPointF(b.x, b.y)) {
         // Qt draws a (fuzzily) zero-length line as a point at the rounded position.
         if (a.safe)
             cov.add(qRound(a.x), qRound(a.y), qRound(a.y));
         return;
     }
     if (a.safe && b.safe) {
+        // A steep line clear of the column's edges lights the rows between
+        // its ends' rows: each row's pixel lies within one row's worth of X
+        // change of the ends.
+        const int dx = std::abs(b.fx - a.fx);
+        const int dy = std::abs(b.fy - a.fy);
+        const int left = cov.column() * 64;
+        const qint64 reach = qint64(dx) * 64;
+        if (dx < dy && qint64(std::min(a.fx, b.fx) - left - 2) * dy >= reach
+            && qint64(left + 63 - std::max(a.fx, b.fx) - 2) * dy >= reach) {
+            cov.add(cov.column(), std::min(a.fy, b.fy) >> 6, std::max(a.fy, b.fy) >> 6);
+            return;
+        }
         rasterizeLine(a.fx, a.fy, b.fx, b.fy, [&cov](int column, int lo, int hi) { cov.add(column, lo, hi); });
         return;
     }
@@ -363,38 +390,261 @@ public:
 
     void run(std::size_t first, std::size_t last)
     {
-        DevicePoint previous;
+        if (!m_exact)
+            runColumns(first, last);
+        else if (m_xAxis.log)
+            m_yAxis.log ? runExact<true, true>(first, last) : runExact<true, false>(first, last);
+        else
+            m_yAxis.log ? runExact<false, true>(first, last) : runExact<false, false>(first, last);
+    }
+
+private:
+    // One pass over every point, predicting the column's pixels as it goes.
+    // X is sorted, so dense points share their 26.6 fixed-point X in
+    // stretches (up to 64 a column); inside a stretch every line is vertical
+    // and only Y needs mapping, so long stretches are found by search.
+    template <bool LogX, bool LogY>
+    void runExact(std::size_t first, std::size_t last)
+    {
+        const Frame frame = m_frame;
         Column* c = m_current;
-        for (std::size_t i = first; i < last; ++i) {
-            if (std::isnan(m_x[i]) || std::isnan(m_y[i]))
-                continue;
-            const DevicePoint p = devicePoint(m_xAxis.device(m_x[i]), m_yAxis.device(m_y[i]), m_frame);
-            // A point outside the band sideways (the slice's outer
-            // neighbours) is a column of its own.
-            const bool wild = !(p.x >= m_frame.safeLeft && p.x <= m_frame.safeRight);
+        std::size_t previous = last; // index of the previous valid point
+        DevicePoint prev;
+        auto pointAt = [&](std::size_t k) {
+            return devicePoint(m_xAxis.device<LogX>(m_x[k]), m_yAxis.device<LogY>(m_y[k]), frame);
+        };
+        // Adds point @p k with its device point @p p, the general way.
+        auto general = [&](std::size_t k, const DevicePoint& p) {
+            const bool wild = !(p.x >= frame.safeLeft && p.x <= frame.safeRight);
             const int column = wild ? std::numeric_limits<int>::min() : (toF26Dot6(p.x) >> 6);
             if (c->count == 0 || wild || c->wild || column != c->column) {
-                gathered(i);
+                gathered(k);
                 c = m_current;
-                start(*c, i, column, wild, p);
+                start(*c, k, column, wild, p);
             } else {
-                if (m_exact)
-                    addSegment(c->full, previous, p, m_frame);
-                ++c->count;
-                c->last = i;
-                if (p.y < c->topY) {
-                    c->topY = p.y;
-                    c->top = i;
-                }
-                if (p.y > c->bottomY) {
-                    c->bottomY = p.y;
-                    c->bottom = i;
+                addSegment(c->full, prev, p, frame);
+                grow(*c, k, p.y);
+            }
+            previous = k;
+            prev = p;
+        };
+        // The vertical line from the previous point to point @p k (same
+        // fixed-point X, both in the band) lights the rows between their
+        // rows, unless Qt takes its (fuzzily) equal ends for a point. Rows go
+        // to [runLo, runHi]: consecutive vertical lines form one run.
+        int runLo = std::numeric_limits<int>::max();
+        int runHi = std::numeric_limits<int>::min();
+        auto flush = [&] {
+            if (runLo <= runHi)
+                c->full.add(c->column, runLo, runHi);
+            runLo = std::numeric_limits<int>::max();
+            runHi = std::numeric_limits<int>::min();
+        };
+        auto vertical = [&](std::size_t k, double py, int fy) ORVEX_ALWAYS_INLINE {
+            const int dy = fy - prev.fy;
+            const int r0 = prev.fy >> 6;
+            const int r1 = fy >> 6;
+            const int lo = r0 < r1 ? r0 : r1;
+            const int hi = r0 < r1 ? r1 : r0;
+            if (static_cast<unsigned>(dy + 1) > 2u) {
+                runLo = runLo < lo ? runLo : lo;
+                runHi = runHi > hi ? runHi : hi;
+            } else {
+                const double kx = m_xAxis.device<LogX>(m_x[k]);
+                const double previousX = m_xAxis.device<LogX>(m_x[previous]);
+                if (QPointF(kx, py) == QPointF(previousX, prev.y)) {
+                    c->full.add(qRound(kx), qRound(py), qRound(py));
+                } else if (dy != 0) {
+                    runLo = runLo < lo ? runLo : lo;
+                    runHi = runHi > hi ? runHi : hi;
                 }
             }
-            previous = p;
+            grow(*c, k, py);
+            previous = k;
+            prev.y = py;
+            prev.fy = fy;
+        };
+        std::size_t i = first;
+        int sameX = 0; // points in a row sharing the fixed-point X
+        while (i < last) {
+            const double yi = m_y[i];
+            if (std::isnan(yi)) {
+                ++i;
+                continue;
+            }
+            const double px = m_xAxis.device<LogX>(m_x[i]);
+            const double py = m_yAxis.device<LogY>(yi);
+            if (prev.safe && c->count > 0 && px <= frame.safeRight && py >= frame.safeTop
+                && py <= frame.safeBottom) {
+                const int fx = toF26Dot6(px);
+                if ((fx >> 6) == c->column) {
+                    const int fy = toF26Dot6(py);
+                    if (fx == prev.fx) {
+                        vertical(i, py, fy);
+                        ++i;
+                        if (++sameX >= 4) {
+                            // A stretch: find its end, then map Y only.
+                            const std::size_t end = stretchEnd<LogX>(i - 1, last, fx);
+                            for (; i < end; ++i) {
+                                const double yk = m_y[i];
+                                if (std::isnan(yk))
+                                    continue;
+                                const double qy = m_yAxis.device<LogY>(yk);
+                                if (prev.safe && qy >= frame.safeTop && qy <= frame.safeBottom) {
+                                    vertical(i, qy, toF26Dot6(qy));
+                                } else {
+                                    flush();
+                                    general(i, pointAt(i));
+                                }
+                            }
+                            flush();
+                            // The stretch's last point opens the next line with its exact X.
+                            prev = pointAt(previous);
+                            sameX = 0;
+                        }
+                        continue;
+                    }
+                    flush();
+                    DevicePoint p;
+                    p.x = px;
+                    p.y = py;
+                    p.fx = fx;
+                    p.fy = fy;
+                    p.finite = p.safe = true;
+                    addSegment(c->full, prev, p, frame);
+                    grow(*c, i, py);
+                    previous = i;
+                    prev = p;
+                    sameX = 1;
+                    ++i;
+                    continue;
+                }
+            }
+            flush();
+            general(i, devicePoint(px, py, frame));
+            sameX = 1;
+            ++i;
         }
+        flush();
         gathered(last);
         gathered(last); // the held column decides with no neighbour after it
+    }
+
+    // The end of the run of points from @p i whose fixed-point X is @p fx:
+    // a guess from the inverse mapping, settled point by point.
+    template <bool LogX>
+    std::size_t stretchEnd(std::size_t i, std::size_t last, int fx)
+    {
+        auto fxOf = [this](std::size_t k) {
+            const double px = m_xAxis.device<LogX>(m_x[k]);
+            return px <= m_frame.safeRight ? toF26Dot6(px) : std::numeric_limits<int>::max();
+        };
+        const double threshold = m_xAxis.value((fx + 1) / 64.0);
+        // Stretches of uniform data are alike: search outwards from where
+        // the last one ended, touching few cache lines of X.
+        const std::size_t guess = std::min(last, i + std::max<std::size_t>(1, m_stretch));
+        std::size_t lo = i + 1;
+        std::size_t hi = guess;
+        std::size_t step = 1;
+        if (m_x[guess - 1] < threshold) {
+            lo = guess;
+            while (hi < last && m_x[hi] < threshold) {
+                lo = hi + 1;
+                hi = std::min(last, hi + step);
+                step *= 2;
+            }
+        } else {
+            hi = guess - 1;
+            while (true) {
+                if (hi <= i + 1 + step) {
+                    lo = i + 1;
+                    break;
+                }
+                const std::size_t probe = hi - step;
+                if (m_x[probe] < threshold) {
+                    lo = probe + 1;
+                    break;
+                }
+                hi = probe;
+                step *= 2;
+            }
+        }
+        std::size_t j = static_cast<std::size_t>(std::lower_bound(m_x + lo, m_x + hi, threshold) - m_x);
+        while (j > i + 1 && fxOf(j - 1) != fx)
+            --j;
+        while (j < last && fxOf(j) == fx)
+            ++j;
+        m_stretch = j - i;
+        return j;
+    }
+
+    void grow(Column& c, std::size_t i, double py)
+    {
+        ++c.count;
+        c.last = i;
+        if (py < c.topY) {
+            c.topY = py;
+            c.top = i;
+        }
+        if (py > c.bottomY) {
+            c.bottomY = py;
+            c.bottom = i;
+        }
+    }
+
+    // Without the pixel check only the column boundaries matter: found by
+    // binary search, then the column's extremes in one tight loop.
+    void runColumns(std::size_t first, std::size_t last)
+    {
+        auto columnOf = [this](std::size_t i) {
+            const double px = m_xAxis.device(m_x[i]);
+            if (!(px >= m_frame.safeLeft && px <= m_frame.safeRight))
+                return px < m_frame.safeLeft ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+            return toF26Dot6(px) >> 6;
+        };
+        // Device y falls as the value rises (on either scale).
+        const bool upwards = m_yAxis.vertical;
+        std::size_t i = first;
+        while (i < last) {
+            const int column = columnOf(i);
+            std::size_t lo = i + 1;
+            std::size_t hi = last;
+            while (lo < hi) {
+                const std::size_t mid = lo + (hi - lo) / 2;
+                if (columnOf(mid) == column)
+                    lo = mid + 1;
+                else
+                    hi = mid;
+            }
+            const std::size_t end = lo;
+            std::size_t firstValid = end;
+            std::size_t lastValid = end;
+            std::size_t iMin = end;
+            std::size_t iMax = end;
+            for (std::size_t k = i; k < end; ++k) {
+                const double v = m_y[k];
+                if (std::isnan(v) || std::isnan(m_x[k]))
+                    continue;
+                if (firstValid == end) {
+                    firstValid = iMin = iMax = k;
+                } else {
+                    if (v < m_y[iMin])
+                        iMin = k;
+                    if (v > m_y[iMax])
+                        iMax = k;
+                }
+                lastValid = k;
+            }
+            if (firstValid != end) {
+                std::size_t idx[4] = {firstValid, upwards ? iMax : iMin, upwards ? iMin : iMax, lastValid};
+                std::sort(idx, idx + 4);
+                for (int k = 0; k < 4; ++k) {
+                    if (k == 0 || idx[k] != idx[k - 1])
+                        m_out.append(QPointF(m_x[idx[k]], m_y[idx[k]]));
+                }
+            }
+            i = end;
+        }
     }
 
 private:
@@ -455,15 +705,6 @@ private:
     {
         if (!c.reducible) {
             emitOriginals(c);
-            return;
-        }
-        if (!m_exact) {
-            std::size_t idx[4] = {c.first, c.top, c.bottom, c.last};
-            std::sort(idx, idx + 4);
-            for (int k = 0; k < 4; ++k) {
-                if (k == 0 || idx[k] != idx[k - 1])
-                    m_out.append(QPointF(m_x[idx[k]], m_y[idx[k]]));
-            }
             return;
         }
         // Pixels beyond the column's own run do not tell the two drawings
@@ -638,6 +879,7 @@ private:
     Column* m_current = &m_columns[0];
     Column* m_held = &m_columns[1];
     Run m_previous{0, 1, 0};
+    std::size_t m_stretch = 1; // length of the last stretch of one fixed-point X
 
     Coverage m_reduced;
     QVector<QPointF> m_stroke;

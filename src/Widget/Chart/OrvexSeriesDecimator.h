@@ -14,24 +14,24 @@ namespace Gui::Widget {
 /**
  * Reduces a curve to the points that change what its line draws.
  *
- * `m4` is for curves whose X is sorted ascending, drawn on cartesian axes.
- * It keeps the visible slice (found by binary search, plus one point on each
- * side so lines leaving the plot are drawn the same) and groups the points by
- * the device-pixel column they fall in. A column keeps its first and last
- * point, so every line between two columns is the very line of the full
- * curve; inside the column the line becomes a vertical stroke through the
- * column's lowest and highest rows (M4 aggregation).
+ * `m4` is for curves whose X is sorted ascending without NaN, drawn on
+ * cartesian axes. It keeps the visible slice (found by binary search, plus
+ * one point on each side so lines leaving the plot are drawn the same) and
+ * groups the points by the device-pixel column they fall in. A column keeps
+ * its first and last point, so every line between two columns is the very
+ * line of the full curve; inside the column the line becomes a vertical
+ * stroke through the column's top and bottom rows (M4 aggregation).
  *
  * With `OnePixelLine` (a solid, cosmetic, one-pixel pen without
  * antialiasing, Qt Charts' default) the result is pixel-identical to drawing
- * every point: the device coordinates are computed with the same arithmetic
- * as Qt Charts' domains, each column's pixels are predicted with the integer
- * arithmetic of Qt's cosmetic line rasterizer for the full data and for the
- * reduced stroke, and a column whose two predictions differ (a line nicking
- * the neighbouring column, a lone pixel off the run) keeps all its points.
- * `AnyPen` skips that check and keeps each column's first, lowest, highest
- * and last point; wide or dashed pens may then differ by a pixel at the ends
- * of vertical runs.
+ * every point: device coordinates are computed with the same arithmetic as
+ * Qt Charts' domains, and each column's pixels are predicted with the integer
+ * arithmetic of Qt's cosmetic line rasterizer, for the full data and for the
+ * stroke. Pixels that differ must be lit anyway by a neighbouring column's
+ * run; otherwise the column keeps its original edge lines as well, and as a
+ * last resort all its points. `AnyPen` keeps each column's first, lowest,
+ * highest and last point without that check; wide or dashed pens may then
+ * differ by a pixel at the ends of vertical runs.
  *
  * `reduceInPixelSpace` is for any other order and for polar plots: it drops
  * each point that maps to the same pixel as the point kept before it.
