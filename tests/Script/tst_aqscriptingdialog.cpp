@@ -100,73 +100,61 @@ private Q_SLOTS:
         QCOMPARE(AQScripts::getScriptReplayInterval(), interval);
     }
 
-    void missingFileName_data()
+    void fileChoiceBoxes_data()
     {
         QTest::addColumn<QString>("buttonName");
-        QTest::newRow("Record") << "recordButton";
-        QTest::newRow("Replay") << "replayButton";
+        QTest::addColumn<QString>("file"); // empty: the file question is cancelled
+        QTest::addColumn<int>("answer");   // to the box, when it asks
+        QTest::addColumn<QString>("box");  // title|text, %1 the file
+        QTest::addColumn<bool>("recording");
+        const QString missing = "Error|Missing script file name.";
+        QTest::newRow("Record, no file") << "recordButton" << "" << 0 << missing << false;
+        QTest::newRow("Replay, no file") << "replayButton" << "" << 0 << missing << false;
+        QTest::newRow("not a scr file: warned, recorded")
+            << "recordButton" << "run.txt" << 0 << "Error|script file is not a scr file,please check." << true;
+        const QString exists = "File Exists|File %1 already exists. Do you wish to overwrite this file?";
+        QTest::newRow("existing file overwritten") << "recordButton" << "exists.scr" << int(QMessageBox::Yes)
+                                                   << exists << true;
+        QTest::newRow("existing file kept") << "recordButton" << "exists.scr" << int(QMessageBox::No) << exists
+                                            << false;
     }
 
-    void missingFileName()
+    void fileChoiceBoxes()
     {
         QFETCH(QString, buttonName);
-        ModalCatcher message;
-        click(buttonName); // the file question is cancelled
-        QCOMPARE(message.count(), 1);
-        QCOMPARE(message.title(), QStringLiteral("Error"));
-        QCOMPARE(message.text(), QStringLiteral("Missing script file name."));
-        QVERIFY(!AQIsScriptRecordActive());
-        // Migration is offered only when the environment asks for it.
-        QCOMPARE(m_dialog->findChild<QPushButton*>("transferButton"), nullptr);
-    }
-
-    void suffixWarnedButRecorded()
-    {
-        const QString script = m_sandbox->path("run.txt");
-        m_dialog->answers << script;
-        ModalCatcher message;
-        click("recordButton");
-        QCOMPARE(message.title(), QStringLiteral("Error"));
-        QCOMPARE(message.text(), QStringLiteral("script file is not a scr file,please check."));
-        QCOMPARE(AQGetScriptFileName(), script);
-        QCOMPARE(m_dialog->getScriptFileName(), script);
+        QFETCH(QString, file);
+        QFETCH(int, answer);
+        QFETCH(QString, box);
+        QFETCH(bool, recording);
+        const QString script = m_sandbox->path(file);
+        if (file.startsWith("exists"))
+            ScriptSandbox::writeLines(script, {"old content"});
+        if (!file.isEmpty())
+            m_dialog->answers << script;
+        ModalCatcher catcher([answer](QWidget* modal) {
+            auto* message = qobject_cast<QMessageBox*>(modal);
+            QTest::mouseClick(message->button(answer ? QMessageBox::StandardButton(answer) : QMessageBox::Ok),
+                              Qt::LeftButton);
+        });
+        click(buttonName);
+        QCOMPARE(catcher.count(), 1);
+        QCOMPARE(catcher.title() + '|' + catcher.text(), box.arg(script));
+        QCOMPARE(AQIsScriptRecordActive(), recording);
         // While recording only Stop Record can be pressed.
-        QVERIFY(AQIsScriptRecordActive());
-        QVERIFY(button("stopRecordButton")->isEnabled());
-        QVERIFY(!button("recordButton")->isEnabled());
-        QVERIFY(!button("replayButton")->isEnabled());
-
+        QCOMPARE(button("stopRecordButton")->isEnabled(), recording);
+        QCOMPARE(button("recordButton")->isEnabled(), !recording);
+        QCOMPARE(button("replayButton")->isEnabled(), !recording);
+        if (file.startsWith("exists"))
+            QCOMPARE(ScriptSandbox::readLines(script).value(0) == "old content", !recording);
+        if (!recording)
+            return;
+        QCOMPARE(m_dialog->getScriptFileName(), script);
         click("stopRecordButton");
         QVERIFY(!AQIsScriptRecordActive());
         QVERIFY(button("recordButton")->isEnabled());
-        QVERIFY(!button("stopRecordButton")->isEnabled());
         QCOMPARE(ScriptSandbox::readLines(script).value(2), QStringLiteral("#\tversion: 2"));
-    }
-
-    void existingFileAsksFirst_data()
-    {
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("recording");
-        QTest::newRow("overwrite") << int(QMessageBox::Yes) << true;
-        QTest::newRow("keep") << int(QMessageBox::No) << false;
-    }
-
-    void existingFileAsksFirst()
-    {
-        QFETCH(int, answer);
-        QFETCH(bool, recording);
-        const QString script = m_sandbox->path("exists.scr");
-        ScriptSandbox::writeLines(script, {"old content"});
-        m_dialog->answers << script;
-        ModalCatcher question([answer](QWidget* modal) {
-            QTest::mouseClick(qobject_cast<QMessageBox*>(modal)->button(QMessageBox::StandardButton(answer)),
-                              Qt::LeftButton);
-        });
-        click("recordButton");
-        QCOMPARE(question.title(), QStringLiteral("File Exists"));
-        QCOMPARE(question.text(), QString("File %1 already exists. Do you wish to overwrite this file?").arg(script));
-        QCOMPARE(AQIsScriptRecordActive(), recording);
-        QCOMPARE(ScriptSandbox::readLines(script).first() == "old content", !recording);
+        // Migration is offered only when the environment asks for it.
+        QCOMPARE(m_dialog->findChild<QPushButton*>("transferButton"), nullptr);
     }
 
     void recordStopAndReplay()
