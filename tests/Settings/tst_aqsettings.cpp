@@ -7,7 +7,6 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
-#include <QToolBar>
 #include <QtTest>
 
 #include <memory>
@@ -182,7 +181,7 @@ private Q_SLOTS:
         QCOMPARE(untouched.pos(), QPoint(5, 6));
     }
 
-    void mainWindowDefaultAndStored()
+    void mainWindowWithoutStoredGeometry()
     {
         QMainWindow window;
         onStateIni([&](AQSettings& s) { s.restoreState("Main Frame", window); });
@@ -190,23 +189,6 @@ private Q_SLOTS:
         QCOMPARE(window.size(), expected.size());
         QCOMPARE(window.pos(), expected.topLeft());
         QCOMPARE(AQSettings::getMainWindow(), &window);
-
-        auto addTools = [](QMainWindow& w, Qt::ToolBarArea area) {
-            auto* bar = new QToolBar("Tools", &w);
-            bar->setObjectName("tools");
-            w.addToolBar(area, bar);
-            return bar;
-        };
-        addTools(window, Qt::LeftToolBarArea);
-        window.setGeometry(40, 50, 500, 400);
-        onStateIni([&](AQSettings& s) { s.saveState(window, "Main Frame"); });
-
-        QMainWindow again;
-        QToolBar* againBar = addTools(again, Qt::TopToolBarArea);
-        onStateIni([&](AQSettings& s) { s.restoreState("Main Frame", again); });
-        QCOMPARE(again.geometry().size(), QSize(500, 400));
-        QCOMPARE(again.toolBarArea(againBar), Qt::LeftToolBarArea);
-        QCOMPARE(AQSettings::getMainWindow(), &again);
     }
 
     void sanityCheckDockBringsFloatingDockBack()
