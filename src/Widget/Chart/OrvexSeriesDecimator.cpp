@@ -485,6 +485,8 @@ private:
                         if (++sameX >= 4) {
                             // A stretch: find its end, then map Y only.
                             const std::size_t end = stretchEnd<LogX>(i - 1, last, fx);
+                            if (cleanStretch<LogY>(*c, i, end, prev, previous, runLo, runHi))
+                                i = end;
                             for (; i < end; ++i) {
                                 const double yk = m_y[i];
                                 if (std::isnan(yk))
@@ -576,6 +578,59 @@ private:
             ++j;
         m_stretch = j - i;
         return j;
+    }
+
+    // The points [from, end) share the previous point's fixed-point X. When
+    // all lie in the band and no two in a row are (fuzzily) equal, their
+    // vertical lines light the rows between the lowest and highest of them
+    // (none if all sit on one 64th of a pixel): one tight pass, no lines.
+    template <bool LogY>
+    bool cleanStretch(Column& c, std::size_t from, std::size_t end, DevicePoint& prev, std::size_t& previous,
+                      int& runLo, int& runHi)
+    {
+        if (!prev.safe || from >= end)
+            return false;
+        double lo = std::numeric_limits<double>::infinity();
+        double hi = -lo;
+        std::size_t iLo = from;
+        std::size_t iHi = from;
+        double before = prev.y;
+        const double top = m_frame.safeTop;
+        const double bottom = m_frame.safeBottom;
+        for (std::size_t k = from; k < end; ++k) {
+            const double py = m_yAxis.device<LogY>(m_y[k]);
+            if (!(py >= top && py <= bottom) || std::abs(py - before) * 1e12 <= std::min(std::abs(py), std::abs(before)))
+                return false;
+            if (py < lo) {
+                lo = py;
+                iLo = k;
+            }
+            if (py > hi) {
+                hi = py;
+                iHi = k;
+            }
+            before = py;
+        }
+        const int fLo = std::min(prev.fy, toF26Dot6(lo));
+        const int fHi = std::max(prev.fy, toF26Dot6(hi));
+        if (fLo != fHi) {
+            runLo = std::min(runLo, fLo >> 6);
+            runHi = std::max(runHi, fHi >> 6);
+        }
+        c.count += end - from;
+        c.last = end - 1;
+        if (lo < c.topY) {
+            c.topY = lo;
+            c.top = iLo;
+        }
+        if (hi > c.bottomY) {
+            c.bottomY = hi;
+            c.bottom = iHi;
+        }
+        previous = end - 1;
+        prev.y = before;
+        prev.fy = toF26Dot6(before);
+        return true;
     }
 
     void grow(Column& c, std::size_t i, double py)
@@ -744,8 +799,15 @@ private:
             // The plain stroke first; failing that, keep the original lines
             // at the column's edges, where a steep line's square cap may
             // reach into the neighbouring column.
-            for (std::size_t edge = 0; edge <= 2 && c.count > 2 * edge + 3; ++edge) {
-                if (!buildStroke(c, edge))
+            // The shortest stroke goes from the bottom (or top) straight to
+            // the last point; a steep last line leaves the column alone.
+            static constexpr struct
+            {
+                std::size_t edge;
+                bool direct;
+            } strokes[] = {{0, true}, {0, false}, {1, false}, {2, false}};
+            for (const auto& stroke : strokes) {
+                if (c.count <= 2 * stroke.edge + 3 || !buildStroke(c, stroke.edge, stroke.direct))
                     continue;
                 simulateStroke(c);
                 Run reducedMain{c.column, 1, 0};
@@ -803,9 +865,9 @@ private:
 
     // The reduced column: the first @p edge original lines, then straight
     // down (or up) the column through its top and bottom rows to the height
-    // of the point @p edge before the last, across to that point, and the
-    // last @p edge original lines.
-    bool buildStroke(const Column& c, std::size_t edge)
+    // of the point @p edge before the last, across to that point (or, if
+    // @p direct, to that point at once), and the last @p edge original lines.
+    bool buildStroke(const Column& c, std::size_t edge, bool direct)
     {
         m_stroke.clear();
         std::size_t from = c.first;
@@ -836,7 +898,8 @@ private:
                 appendDistinct(QPointF(xFrom, topValue));
             }
         }
-        appendDistinct(QPointF(xFrom, m_y[to]));
+        if (!direct)
+            appendDistinct(QPointF(xFrom, m_y[to]));
         appendDistinct(QPointF(m_x[to], m_y[to]));
         while (to != c.last) {
             to = step(c, to, 1);
