@@ -112,9 +112,6 @@ struct OrvexChartView::SeriesState
 {
     std::weak_ptr<OrvexCurve> curve;
     QLineSeries* series = nullptr;
-    quint64 sortedRevision = std::numeric_limits<quint64>::max();
-    OrvexCurveDataType sortedType = OrvexCurveDataType::RawData;
-    bool sorted = false;
     QVector<QPointF> points; // reused buffer for replace()
 };
 
@@ -598,18 +595,10 @@ void OrvexChartView::rebuildSeries(SeriesState& state)
     const auto& x = curve->xData();
     const auto& y = curve->yData();
     const std::size_t n = std::min(x.size(), y.size());
-    if (state.sortedRevision != curve->dataRevision() || state.sortedType != curve->dataType()) {
-        // Reduction by columns needs X ascending and free of NaN.
-        state.sorted = n == 0 || !std::isnan(x[0]);
-        for (std::size_t i = 1; i < n && state.sorted; ++i)
-            state.sorted = x[i] >= x[i - 1];
-        state.sortedRevision = curve->dataRevision();
-        state.sortedType = curve->dataType();
-    }
     const QRectF area = plotArea();
     if (!m_decimationEnabled || area.width() <= 0 || area.height() <= 0) {
         OrvexSeriesDecimator::copyAll(x.data(), y.data(), n, state.points);
-    } else if (!isPolarChart() && state.sorted) {
+    } else if (!isPolarChart() && curve->xAscending()) {
         // Device coordinates as Qt Charts computes them when it paints: the
         // series item sits at the plot area's corner, shifted by the view.
         const QTransform toViewport = viewportTransform();
@@ -1450,9 +1439,7 @@ bool OrvexChartView::findClosestPointInCurve(const QPointF& scenePos, const std:
     const std::size_t n = std::min(x.size(), y.size());
     std::size_t first = 0;
     std::size_t last = n;
-    const auto it = m_series.find(curveId);
-    if (!isPolarChart() && it != m_series.end() && it->second->sorted
-        && it->second->sortedRevision == curve->dataRevision()) {
+    if (!isPolarChart() && curve->xAscending()) {
         // Only points within 40 px along X can beat the nearest one there.
         const double lo = sceneToValue(scenePos - QPointF(40, 0)).x();
         const double hi = sceneToValue(scenePos + QPointF(40, 0)).x();

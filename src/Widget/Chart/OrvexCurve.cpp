@@ -174,6 +174,11 @@ void OrvexCurve::setDataType(OrvexCurveDataType type)
 
 // ------------------------------------------------------------ extremes
 
+bool OrvexCurve::xAscending() const
+{
+    return extremes(m_dataType).xAscending;
+}
+
 const OrvexCurveExtremes& OrvexCurve::extremes(OrvexCurveDataType type) const
 {
     if (const auto* n = node(type))

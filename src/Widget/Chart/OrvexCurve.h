@@ -80,6 +80,8 @@ public:
     QPointF maximumXPoint() const;
     QPointF minimumYPoint() const;
     QPointF maximumYPoint() const;
+    /// Whether X never falls and holds no NaN (found with the extremes).
+    bool xAscending() const;
     /// Whether one of the data points (current data type) equals @p point,
     /// compared with qFuzzyCompare per coordinate.
     bool contain(const QPointF& point) const;
