@@ -90,32 +90,31 @@ inline QImage grabView(OrvexChartView* view)
     return view->captureImage(size.width(), size.height());
 }
 
-inline bool closeTo(QRgb pixel, const QColor& colour, int tolerance = 40)
+/// Pixels of @p rect for which @p match holds.
+template <typename Match>
+int countPixels(const QImage& image, const QRect& rect, Match match)
 {
-    return std::abs(qRed(pixel) - colour.red()) <= tolerance && std::abs(qGreen(pixel) - colour.green()) <= tolerance
-        && std::abs(qBlue(pixel) - colour.blue()) <= tolerance;
+    int count = 0;
+    const QRect r = rect.intersected(image.rect());
+    for (int y = r.top(); y <= r.bottom(); ++y)
+        for (int x = r.left(); x <= r.right(); ++x)
+            count += match(image.pixel(x, y)) ? 1 : 0;
+    return count;
 }
 
 /// Pixels of @p rect close to @p colour.
 inline int countColour(const QImage& image, const QRect& rect, const QColor& colour, int tolerance = 40)
 {
-    int count = 0;
-    const QRect r = rect.intersected(image.rect());
-    for (int y = r.top(); y <= r.bottom(); ++y)
-        for (int x = r.left(); x <= r.right(); ++x)
-            count += closeTo(image.pixel(x, y), colour, tolerance) ? 1 : 0;
-    return count;
+    return countPixels(image, rect, [&](QRgb p) {
+        return std::abs(qRed(p) - colour.red()) <= tolerance && std::abs(qGreen(p) - colour.green()) <= tolerance
+            && std::abs(qBlue(p) - colour.blue()) <= tolerance;
+    });
 }
 
 /// Pixels of @p rect that are clearly not white.
 inline int countInk(const QImage& image, const QRect& rect)
 {
-    int count = 0;
-    const QRect r = rect.intersected(image.rect());
-    for (int y = r.top(); y <= r.bottom(); ++y)
-        for (int x = r.left(); x <= r.right(); ++x)
-            count += qGray(image.pixel(x, y)) < 160 ? 1 : 0;
-    return count;
+    return countPixels(image, rect, [](QRgb p) { return qGray(p) < 160; });
 }
 
 /**
@@ -147,19 +146,18 @@ private:
         m_timer.stop();
         seen = true;
         QAction* chosen = nullptr;
+        const auto note = [&](QAction* action, const QString& text) {
+            entries << text;
+            if (text == m_trigger)
+                chosen = action;
+        };
         for (QAction* action : menu->actions()) {
             if (action->isSeparator())
                 continue;
-            entries << action->text();
-            if (action->text() == m_trigger)
-                chosen = action;
-            if (action->menu()) {
-                for (QAction* sub : action->menu()->actions()) {
-                    entries << action->text() + QLatin1Char('/') + sub->text();
-                    if (action->text() + QLatin1Char('/') + sub->text() == m_trigger)
-                        chosen = sub;
-                }
-            }
+            note(action, action->text());
+            if (action->menu())
+                for (QAction* sub : action->menu()->actions())
+                    note(sub, action->text() + QLatin1Char('/') + sub->text());
         }
         menu->close();
         if (chosen)
@@ -172,10 +170,7 @@ private:
 };
 
 /// Viewport position of a scene point.
-inline QPoint viewPos(OrvexChartView* view, const QPointF& scenePos)
-{
-    return view->mapFromScene(scenePos);
-}
+inline QPoint viewPos(OrvexChartView* view, const QPointF& scenePos) { return view->mapFromScene(scenePos); }
 
 /// A mouse move over the viewport (QTest's move only warps the cursor, which
 /// sends nothing on the offscreen platform).

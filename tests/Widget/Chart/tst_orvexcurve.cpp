@@ -18,13 +18,6 @@ Q_DECLARE_METATYPE(OrvexCurveDataType)
 
 namespace {
 
-class NameProbe : public OrvexCurve
-{
-public:
-    using OrvexCurve::g_existingVariableNames;
-    using OrvexCurve::generateVariableName;
-};
-
 std::vector<double> toStd(const Doubles& v)
 {
     return std::vector<double>(v.begin(), v.end());
@@ -33,11 +26,6 @@ std::vector<double> toStd(const Doubles& v)
 std::shared_ptr<OrvexCurveManager> makeManager()
 {
     return std::make_shared<OrvexCurveManager>(nullptr);
-}
-
-std::string curveName(int k)
-{
-    return "Curve_" + std::to_string(k);
 }
 
 // The normalised Y of @p curve worked out afresh from the raw data of its group.
@@ -80,15 +68,11 @@ class tst_OrvexCurve : public QObject
 private slots:
     void palette_data();
     void palette();
-    void variableNames();
     void extremes_data();
     void extremes();
     void cachedAnswersFollowChanges_data();
     void cachedAnswersFollowChanges();
-    void setDataForms();
     void groupSignalsAndFlags();
-    void managerStructure();
-    void groupRange();
 };
 
 void tst_OrvexCurve::palette_data()
@@ -114,28 +98,6 @@ void tst_OrvexCurve::palette()
         curves[std::size_t(it.key())]->setColor(OrvexCurve::paletteColor(it.value()));
     QFETCH(int, expectedEntry);
     QCOMPARE(group->createCurve(std::string())->color(), OrvexCurve::paletteColor(expectedEntry));
-}
-
-void tst_OrvexCurve::variableNames()
-{
-    // Names are process-wide, made on first use in asking order, skip taken ones and are never freed.
-    int k = 1;
-    while (NameProbe::g_existingVariableNames.count(curveName(k)))
-        ++k;
-    NameProbe::g_existingVariableNames.insert(curveName(k + 1));
-    auto first = makeManager();
-    auto second = makeManager();
-    auto a = first->createCurve("a");
-    auto b = second->createCurve("b");
-    auto c = first->createCurve("c");
-    QCOMPARE(b->variableName(), curveName(k));
-    QCOMPARE(a->variableName(), curveName(k + 2));
-    QCOMPARE(c->variableName(), curveName(k + 3));
-    QCOMPARE(b->variableName(), curveName(k));
-    first->removeCurve("c");
-    c.reset();
-    QCOMPARE(second->createCurve("d")->variableName(), curveName(k + 4));
-    QCOMPARE(NameProbe::generateVariableName(), curveName(k + 5));
 }
 
 void tst_OrvexCurve::extremes_data()
@@ -235,24 +197,15 @@ void tst_OrvexCurve::cachedAnswersFollowChanges()
     }
 }
 
-void tst_OrvexCurve::setDataForms()
-{
-    OrvexCurve curve(nullptr, "c");
-    curve.setData({{3.0, 30.0}, {-1.0, -10.0}, {2.0, 20.0}});
-    QCOMPARE(curve.xData(), std::vector<double>({-1, 2, 3}));
-    QCOMPARE(curve.yData(), std::vector<double>({-10, 20, 30}));
-    // Vectors of different lengths are cut to the shorter one.
-    curve.setData(std::vector<double>{1, 2, 3}, std::vector<double>{4, 5});
-    QCOMPARE(curve.xData(), std::vector<double>({1, 2}));
-    curve.setData(std::vector<double>{1}, std::vector<double>{4, 5, 6});
-    QCOMPARE(curve.yData(), std::vector<double>{4});
-    QCOMPARE(curve.rawYMax(), 4.0);
-}
-
 void tst_OrvexCurve::groupSignalsAndFlags()
 {
     auto manager = makeManager();
+    QSignalSpy currentChanges(manager.get(), &OrvexCurveManager::currentGroupChanged);
+    manager->createCurve("first"); // makes a current group
+    QVERIFY(manager->getCurrentGroup());
+    QCOMPARE(currentChanges.count(), 1);
     auto group = manager->createGroup("g");
+    QVERIFY(manager->getCurrentGroup() != group);
     QStringList events;
     const auto id = [](OrvexCurve* c) { return QString::fromStdString(c->id()); };
     connect(group.get(), &OrvexCurveGroup::curveAdded, this, [&](OrvexCurve* c) { events << "added " + id(c); });
@@ -284,56 +237,6 @@ void tst_OrvexCurve::groupSignalsAndFlags()
     QVERIFY(manager->removeGroup("g"));
     QVERIFY(!manager->removeGroup("g"));
     QCOMPARE(events, QStringList({"group deleted", "b deleted", "removing b"}));
-}
-
-void tst_OrvexCurve::managerStructure()
-{
-    auto manager = makeManager();
-    QSignalSpy currentChanges(manager.get(), &OrvexCurveManager::currentGroupChanged);
-    auto first = manager->createCurve("first"); // makes a current group
-    const auto current = manager->getCurrentGroup();
-    QVERIFY(current);
-    QCOMPARE(currentChanges.count(), 1);
-    QCOMPARE(first->group().lock(), current);
-
-    auto hidden = manager->createGroup("hidden");
-    QCOMPARE(manager->getCurrentGroup(), current);
-    hidden->setVisible(false);
-    hidden->createCurve("second")->setTitle("Second");
-    QCOMPARE(manager->groupIds(), (std::vector<std::string>{current->id(), "hidden"}));
-    QCOMPARE(manager->getAllGroups(true).size(), std::size_t(1));
-    QCOMPARE(manager->getCurveByTitle("Second")->id(), std::string("second"));
-
-    // Highlighting is exclusive across groups.
-    first->setHighlight(true);
-    manager->getCurve("second")->setHighlight(true);
-    QVERIFY(!first->isHighlighted() && manager->getCurve("second")->isHighlighted());
-
-    manager->setCurrentGroup("hidden");
-    QCOMPARE(currentChanges.count(), 2);
-    QCOMPARE(manager->createCurve("third")->group().lock(), hidden);
-    QVERIFY(manager->removeCurve("second"));
-    QCOMPARE(hidden->getAllCurves(false).size(), std::size_t(1));
-    manager->removeAll();
-    QVERIFY(manager->groupIds().empty());
-    QVERIFY(!manager->getCurrentGroup());
-}
-
-void tst_OrvexCurve::groupRange()
-{
-    auto manager = makeManager();
-    auto group = manager->createGroup("g");
-    manager->setCurrentGroup("g");
-    const auto empty = group->groupRange(false);
-    QVERIFY(empty.first > empty.second);
-    manager->createCurve(std::vector<double>{0, 5}, std::vector<double>{-2, 4}, "a");
-    manager->createCurve(std::vector<double>{-50, 50}, std::vector<double>{-90, 90}, "b")->setVisible(false);
-    QCOMPARE(group->groupRange(true), std::make_pair(0.0, 5.0));
-    QCOMPARE(group->groupRange(false), std::make_pair(-2.0, 4.0));
-    // The raw Y range counts hidden curves as well.
-    QCOMPARE(group->groupYRawDataRange(), std::make_pair(-90.0, 90.0));
-    manager->getCurve("a")->setDataType(OrvexCurveDataType::DbNormalizedData);
-    QCOMPARE(group->groupRange(false), std::make_pair(-92.0, -86.0));
 }
 
 QTEST_MAIN(tst_OrvexCurve)

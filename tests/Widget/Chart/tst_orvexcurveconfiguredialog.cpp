@@ -1,19 +1,20 @@
 #include "ChartTestHelpers.h"
 #include "CerrCapture.h"
 #include "FileDialogProbe.h"
-#include "ModalCatcher.h"
 
 #include "Scriptable/AQPushButton.h"
 #include "Widget/Chart/ComponentInfo.h"
 #include "Widget/Chart/LineMarker.h"
 #include "Widget/Chart/OrvexChartMarkerManager.h"
-#include "Widget/Chart/OrvexCurveColorChooserButton.h"
+#include "Widget/Chart/OrvexCurveColorChooserButton.h" // ComponentInfo.h needs the complete type
 #include "Widget/Chart/OrvexCurveConfigureDialog.h"
 #include "Widget/Chart/PointMarker.h"
 
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
@@ -27,7 +28,6 @@ using namespace ChartTest;
 using Gui::Widget::LineMarker;
 using Gui::Widget::Marker;
 using Gui::Widget::MarkerType;
-using Gui::Widget::OrvexCurveColorChooserButton;
 using Gui::Widget::OrvexCurveConfigureDialog;
 using Gui::Widget::PointMarker;
 
@@ -68,12 +68,8 @@ void clickButton(QAbstractButton* button)
 QStringList readLines(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return {};
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts)
+                                          : QStringList();
 }
 
 QString rgba(const QColor& color)
@@ -89,18 +85,11 @@ class TestOrvexCurveConfigureDialog : public QObject
 
 private slots:
     void init();
-    void tabSwitching_data();
-    void tabSwitching();
     void validation_data();
     void validation();
-    void boxesEnableAndShow_data();
-    void boxesEnableAndShow();
     void normalizedTicksAutoLimits();
     void applyPushesAndRecordsOnce_data();
     void applyPushesAndRecordsOnce();
-    void okAppliesAndCloses();
-    void fitAllReloadsRanges();
-    void colorButtonPicksColor();
     void exportLineChart();
     void exportPolarChart();
     void dumpButtonOnlyInDebugMode_data();
@@ -143,39 +132,6 @@ void TestOrvexCurveConfigureDialog::init()
     settle(m_view.get());
 }
 
-void TestOrvexCurveConfigureDialog::tabSwitching_data()
-{
-    QTest::addColumn<int>("call");
-    QTest::addColumn<int>("argument");
-    QTest::addColumn<int>("lower");
-    QTest::addColumn<int>("marker");
-    QTest::newRow("curves") << 0 << 0 << 0 << 0;
-    QTest::newRow("fonts") << 1 << 0 << 1 << 0;
-    QTest::newRow("markers keep sub-tab") << 2 << 0 << 2 << 0;
-    QTest::newRow("point markers") << 2 << 1 << 2 << 1;
-    QTest::newRow("line markers") << 2 << 2 << 2 << 2;
-    QTest::newRow("markers, other argument") << 2 << 7 << 2 << 0;
-}
-
-void TestOrvexCurveConfigureDialog::tabSwitching()
-{
-    QFETCH(int, call);
-    QFETCH(int, argument);
-    QFETCH(int, lower);
-    QFETCH(int, marker);
-    auto dialog = makeDialog();
-    auto* lowerTabs = child<QTabWidget>(dialog.get(), "lowerTabs");
-    lowerTabs->setCurrentIndex(lower == 2 ? 0 : 2);
-    if (call == 0)
-        dialog->switchToCurveTable();
-    else if (call == 1)
-        dialog->switchToFontTable();
-    else
-        dialog->switchToMarkerTable(argument);
-    QCOMPARE(lowerTabs->currentIndex(), lower);
-    QCOMPARE(child<QTabWidget>(dialog.get(), "markerTabs")->currentIndex(), marker);
-}
-
 void TestOrvexCurveConfigureDialog::validation_data()
 {
     QTest::addColumn<bool>("polar");
@@ -192,35 +148,26 @@ void TestOrvexCurveConfigureDialog::validation_data()
     const QStringList x5 = {"xMaxEdit=5", "xMinEdit=5"};
     row("x step 0.1 gives 100 ticks", false, x10, "xStepEdit", "0.1", "0.1");
     row("x step 0.09", false, x10, "xStepEdit", "0.09", "10", kStepError);
-    row("x step 0", false, x10, "xStepEdit", "0", "10", kStepError);
     row("x step negative", false, x10, "xStepEdit", "-1", "10", kStepError);
-    row("y step 0.09, small y range", false, x10 + QStringList{"yMaxEdit=1"}, "yStepEdit", "0.09", "10", kStepError);
-    row("y step 0.09, large y range", false, x10 + QStringList{"yMaxEdit=100000"}, "yStepEdit", "0.09", "10",
-        kStepError);
-    row("y step 0.1 against x range", false, x10, "yStepEdit", "0.1", "0.1");
+    row("y step measured against the x range", false, x10, "yStepEdit", "0.1", "0.1");
     row("y step with empty x range", false, x5, "yStepEdit", "0.0001", "0.0001");
     row("y step 0 with empty x range", false, x5, "yStepEdit", "0", "10", kStepError);
     row("x min above x max", false, {"xMaxEdit=3"}, "xMinEdit", "5", "0", kMinError);
     row("x min equal to x max", false, {"xMaxEdit=3"}, "xMinEdit", "3", "3");
     row("x max below x min", false, x10 + QStringList{"xMinEdit=4"}, "xMaxEdit", "2", "10", kMaxError);
     row("y min above y max", false, {"yMaxEdit=3"}, "yMinEdit", "7", "0", kMinError);
-    row("y max below y min", false, {"yMinEdit=50"}, "yMaxEdit", "-1", "100", kMaxError);
     row("reverted text has 6 digits", false, {"yMinEdit=0.123456789"}, "yMinEdit", "500", "0.123457", kMinError);
     row("x log base 1", false, {"xLogBox"}, "xLogBaseEdit", "1", "10", kLogError);
     row("x log base 0", false, {"xLogBox"}, "xLogBaseEdit", "0", "10", kLogError);
     row("x log base 0.5", false, {"xLogBox"}, "xLogBaseEdit", "0.5", "0.5");
-    row("y log base 2", false, {"yLogBox"}, "yLogBaseEdit", "2", "2");
     row("y log base 1", false, {"yLogBox"}, "yLogBaseEdit", "1", "10", kLogError);
     row("magnitude divisions 100", true, {}, "magnitudeDivisionsEdit", "100", "100");
     row("magnitude divisions 100.5", true, {}, "magnitudeDivisionsEdit", "100.5", "5", kMagnitudeError);
     row("magnitude divisions 0", true, {}, "magnitudeDivisionsEdit", "0", "5", kMagnitudeError);
     row("angular divisions 120", true, {}, "angularDivisionsEdit", "120", "120");
     row("angular divisions 121", true, {}, "angularDivisionsEdit", "121", "8", kAngularError);
-    row("angular divisions 0", true, {}, "angularDivisionsEdit", "0", "8", kAngularError);
     row("magnitude min above max", true, {"magnitudeAutoLimitsBox", "magnitudeMaxEdit=20"}, "magnitudeMinEdit", "30",
         "0", kMinError);
-    row("magnitude max below min", true, {"magnitudeAutoLimitsBox", "magnitudeMinEdit=20"}, "magnitudeMaxEdit", "10",
-        "100", kMaxError);
 }
 
 void TestOrvexCurveConfigureDialog::validation()
@@ -244,6 +191,9 @@ void TestOrvexCurveConfigureDialog::validation()
     settle(m_view.get());
     auto dialog = makeDialog();
     if (!polar) {
+        // Checked auto boxes keep the limits and steps read-only.
+        QVERIFY(!child<QLineEdit>(dialog.get(), "xMinEdit")->isEnabled());
+        QVERIFY(!child<QLineEdit>(dialog.get(), "yStepEdit")->isEnabled());
         for (const char* name : {"xAutoLimitsBox", "yAutoLimitsBox", "xAutoDivisionsBox", "yAutoDivisionsBox"})
             clickBox(child<QCheckBox>(dialog.get(), name));
     }
@@ -257,7 +207,7 @@ void TestOrvexCurveConfigureDialog::validation()
         QCOMPARE(child<QLabel>(dialog.get(), "errorLabel")->text(), QString());
     }
     auto* target = child<QLineEdit>(dialog.get(), edit);
-    QVERIFY(target->isEnabled());
+    QVERIFY(target->isEnabled() && target->isVisible());
     enter(target, entry);
     QCOMPARE(target->text(), shown);
     QCOMPARE(child<QLabel>(dialog.get(), "errorLabel")->text(), error);
@@ -266,51 +216,6 @@ void TestOrvexCurveConfigureDialog::validation()
     enter(target, shown);
     QCOMPARE(child<QLabel>(dialog.get(), "errorLabel")->text(), QString());
     QCOMPARE(target->text(), shown);
-}
-
-void TestOrvexCurveConfigureDialog::boxesEnableAndShow_data()
-{
-    QTest::addColumn<bool>("polar");
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QStringList>("disabledWhenChecked");
-    QTest::addColumn<QStringList>("shownWhenChecked");
-    QTest::addColumn<QStringList>("hiddenWhenChecked");
-    const auto row = [](const char* box, bool polar, const QStringList& disabled, const QStringList& shown = {},
-                        const QStringList& hidden = {}) {
-        QTest::newRow(box) << polar << QString(box) << disabled << shown << hidden;
-    };
-    row("xAutoLimitsBox", false, {"xMinEdit", "xMaxEdit"});
-    row("yAutoLimitsBox", false, {"yMinEdit", "yMaxEdit"});
-    row("xAutoDivisionsBox", false, {"xStepEdit", "xLogBaseEdit"});
-    row("yAutoDivisionsBox", false, {"yStepEdit", "yLogBaseEdit"});
-    row("xLogBox", false, {}, {"xLogBaseEdit"}, {"xStepEdit"});
-    row("yLogBox", false, {}, {"yLogBaseEdit"}, {"yStepEdit"});
-    row("magnitudeAutoLimitsBox", true, {"magnitudeMinEdit", "magnitudeMaxEdit"});
-}
-
-void TestOrvexCurveConfigureDialog::boxesEnableAndShow()
-{
-    QFETCH(bool, polar);
-    QFETCH(QString, box);
-    QFETCH(QStringList, disabledWhenChecked);
-    QFETCH(QStringList, shownWhenChecked);
-    QFETCH(QStringList, hiddenWhenChecked);
-    if (polar)
-        m_view->changeViewTypeTo(OrvexChartView::Polar);
-    auto dialog = makeDialog();
-    auto* check = child<QCheckBox>(dialog.get(), box);
-    QVERIFY(check->isVisible());
-    for (int round = 0; round < 2; ++round) {
-        const bool checked = check->isChecked();
-        for (const QString& name : disabledWhenChecked)
-            QVERIFY2(child<QLineEdit>(dialog.get(), name)->isEnabled() != checked, qPrintable(name));
-        for (const QString& name : shownWhenChecked)
-            QVERIFY2(child<QLineEdit>(dialog.get(), name)->isVisible() == checked, qPrintable(name));
-        for (const QString& name : hiddenWhenChecked)
-            QVERIFY2(child<QLineEdit>(dialog.get(), name)->isVisible() != checked, qPrintable(name));
-        clickBox(check);
-        QCOMPARE(check->isChecked(), !checked);
-    }
 }
 
 void TestOrvexCurveConfigureDialog::normalizedTicksAutoLimits()
@@ -340,61 +245,53 @@ void TestOrvexCurveConfigureDialog::normalizedTicksAutoLimits()
 void TestOrvexCurveConfigureDialog::applyPushesAndRecordsOnce_data()
 {
     QTest::addColumn<bool>("bar");
+    QTest::addColumn<QString>("button");
     QTest::addColumn<QString>("title");
-    QTest::newRow("line chart") << false << QStringLiteral("Return loss");
-    QTest::newRow("bar chart, quotes and non-ASCII title") << true << QStringLiteral("It's \"S11\" \u00b5m \\ ok");
+    QTest::newRow("line chart, Apply") << false << "applyButton" << QStringLiteral("Return loss");
+    QTest::newRow("bar chart, OK, quotes and non-ASCII title") << true << "okButton"
+                                                               << QStringLiteral("It's \"S11\" \u00b5m \\ ok");
 }
 
 void TestOrvexCurveConfigureDialog::applyPushesAndRecordsOnce()
 {
     QFETCH(bool, bar);
+    QFETCH(QString, button);
     QFETCH(QString, title);
     if (bar)
         m_view->changeViewTypeTo(OrvexChartView::Bar);
     auto dialog = makeDialog();
     RecordingHost host;
-
     enter(child<QLineEdit>(dialog.get(), "titleEdit"), title);
-    enter(child<QLineEdit>(dialog.get(), "xLabelEdit"), "Frequency");
     clickBox(child<QCheckBox>(dialog.get(), "xAutoLimitsBox"));
     enter(child<QLineEdit>(dialog.get(), "xMaxEdit"), "2.5");
     enter(child<QLineEdit>(dialog.get(), "xMinEdit"), "0.5");
     clickBox(child<QCheckBox>(dialog.get(), "yAutoDivisionsBox"));
     enter(child<QLineEdit>(dialog.get(), "yStepEdit"), "0.5");
-    clickBox(child<QCheckBox>(dialog.get(), "namesInLabelsBox"));
-    clickBox(child<QCheckBox>(dialog.get(), "transparentBackgroundBox"));
-
     auto* curves = child<QTableWidget>(dialog.get(), "m_curveTableWidget");
     QCOMPARE(curves->horizontalHeaderItem(4)->text(), bar ? QStringLiteral("Bar Width") : QStringLiteral("Width"));
     clickBox(curves->cellWidget(0, 0)->findChild<QCheckBox*>());
     enter(qobject_cast<QLineEdit*>(curves->cellWidget(1, 1)), "renamed");
     qobject_cast<QComboBox*>(curves->cellWidget(1, 3))->setCurrentText("DashDot");
     qobject_cast<QComboBox*>(curves->cellWidget(1, 4))->setCurrentText("3");
-
     auto* points = child<QTableWidget>(dialog.get(), "m_pointMarkerTableWidget");
     enter(qobject_cast<QLineEdit*>(points->cellWidget(0, 1)), "Peak");
     qobject_cast<QComboBox*>(points->cellWidget(0, 2))->setCurrentText("Diamond");
     auto* lines = child<QTableWidget>(dialog.get(), "m_lineMarkerTableWidget");
     clickBox(lines->cellWidget(0, 0)->findChild<QCheckBox*>());
     qobject_cast<QComboBox*>(lines->cellWidget(0, 2))->setCurrentText("Solid");
-
-    QVERIFY(host.statements.isEmpty()); // nothing reaches the chart before Apply
+    QVERIFY(host.statements.isEmpty()); // nothing reaches the chart before the button
     QCOMPARE(m_view->title(), std::string());
-    clickButton(child<QtUIBase::AQPushButton>(dialog.get(), "applyButton"));
-    settle(m_view.get());
 
+    clickButton(child<QtUIBase::AQPushButton>(dialog.get(), button));
+    settle(m_view.get());
+    QCOMPARE(dialog->isVisible(), button != "okButton");
     QCOMPARE(QString::fromStdString(m_view->title()), title);
-    QCOMPARE(m_view->xLabel(), std::string("Frequency"));
-    QVERIFY(!m_view->isAutoLimitsX());
-    QVERIFY(m_view->getRangeX().first <= 0.5 && m_view->getRangeX().second >= 2.5);
-    QVERIFY(m_view->getRangeX().second < 3.5);
+    const auto rangeX = m_view->getRangeX(); // widened to whole ticks
+    QVERIFY(!m_view->isAutoLimitsX() && rangeX.first <= 0.5 && rangeX.second >= 2.5 && rangeX.second < 3.5);
     QVERIFY(!m_view->isAutoDivisionsY());
     QCOMPARE(m_view->getStepY(), 0.5);
-    QVERIFY(m_view->namesInLabels());
-    QVERIFY(m_view->transparentBackground());
     QCOMPARE(m_view->getViewType(), bar ? OrvexChartView::Bar : OrvexChartView::Line);
     QVERIFY(!m_first->visible());
-    QVERIFY(m_second->visible());
     QCOMPARE(m_second->title(), std::string("renamed"));
     QCOMPARE(m_second->lineStyle(), Qt::DashDotLine);
     QCOMPARE(bar ? m_second->barWidth() : m_second->width(), 3);
@@ -405,108 +302,49 @@ void TestOrvexCurveConfigureDialog::applyPushesAndRecordsOnce()
     QVERIFY(!m_line->visible());
     QCOMPARE(std::static_pointer_cast<LineMarker>(m_line)->style(), Qt::SolidLine);
 
+    // One statement; python parses it and hands it back as JSON, enum names as strings.
     QCOMPARE(host.statements.size(), 1);
-    const QString statement = host.statements.first();
-    QVERIFY2(statement.startsWith(QString::fromStdString(m_view->variableName()) + ".set_properties({"),
-             qPrintable(statement));
-    QVERIFY(statement.endsWith("})"));
-    const QStringList keys = {"title", "view_type", "use_x_log", "use_y_log", "names_in_labels",
-                              "transparent_background", "match_text_color_to_line", "draw_connector",
-                              "x_auto_divisions", "x_auto_limits", "y_auto_divisions", "y_auto_limits",
-                              "magnitude_auto_limits", "magnitude_normalized", "x_step", "y_step", "x_log_base",
-                              "y_log_base", "magnitude_divisions", "angular_divisions", "x_range", "y_range",
-                              "magnitude_range", "x_label", "y_label", "magnitude_label", "angular_label",
-                              "components_color", "components_font", "visible", "name", "style", "color",
-                              bar ? "bar_width" : "width", "symbol", "size", "weight"};
-    for (const QString& key : keys)
-        QVERIFY2(statement.contains("'" + key + "' : "), qPrintable(key));
-    QVERIFY(statement.contains("'x_range' : [0.5, 2.5]"));
-    QVERIFY(statement.contains("'x_auto_limits' : False"));
-    QVERIFY(statement.contains("'names_in_labels' : True"));
-    QVERIFY(statement.contains("'y_step' : 0.5"));
-    QVERIFY(statement.contains(bar ? "'view_type' : pelo3dqtui.PlotType.RectangleBar"
-                                   : "'view_type' : pelo3dqtui.PlotType.RectangleBrokenLine"));
-    QVERIFY(statement.contains("'symbol' : pelo3dqtui.MarkerSymbol.Diamond"));
-    QVERIFY(statement.contains("'size' : 6.000000"));
-    QVERIFY(statement.contains("\"red\": 10, \"green\" : 20, \"blue\" : 30, \"alpha\" : 200"));
-    QVERIFY(statement.contains("\"Title\" : {\"family\": \""));
-    QCOMPARE(statement.contains("'bar_width'"), bar);
-
     const QString python = QStandardPaths::findExecutable(QStringLiteral("python3"));
     if (python.isEmpty())
-        QSKIP("python3 not found: the statement's syntax is not checked");
+        QSKIP("python3 not found: the recorded statement is not checked");
     QProcess process;
-    process.start(python, {"-c", "import ast, sys\n"
-                                 "tree = ast.parse(sys.stdin.buffer.read().decode('utf-8'))\n"
-                                 "call = tree.body[0].value\n"
-                                 "print(call.func.attr)\n"
-                                 "d = call.args[0]\n"
-                                 "for k, v in zip(d.keys, d.values):\n"
-                                 "    if ast.literal_eval(k) == 'title': print(ast.literal_eval(v))\n"});
+    process.start(python, {"-c", "import ast, json, sys\n"
+                                 "call = ast.parse(sys.stdin.buffer.read().decode('utf-8')).body[0].value\n"
+                                 "class Names(ast.NodeTransformer):\n"
+                                 "    def visit_Attribute(self, node): return ast.Constant(ast.unparse(node))\n"
+                                 "args = ast.literal_eval(Names().visit(call.args[0]))\n"
+                                 "print(json.dumps({'call': ast.unparse(call.func), 'args': args}))\n"});
     QVERIFY(process.waitForStarted());
-    process.write(statement.toUtf8());
+    process.write(host.statements.first().toUtf8());
     process.closeWriteChannel();
     QVERIFY(process.waitForFinished(20000));
     QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
-    const QStringList out = QString::fromUtf8(process.readAllStandardOutput()).split('\n');
-    QCOMPARE(out.value(0), QStringLiteral("set_properties"));
-    QCOMPARE(out.value(1), title);
-}
-
-void TestOrvexCurveConfigureDialog::okAppliesAndCloses()
-{
-    auto dialog = makeDialog();
-    RecordingHost host;
-    enter(child<QLineEdit>(dialog.get(), "titleEdit"), "Closed by OK");
-    clickButton(child<QtUIBase::AQPushButton>(dialog.get(), "okButton"));
-    QVERIFY(!dialog->isVisible());
-    QCOMPARE(dialog->result(), int(QDialog::Accepted));
-    QCOMPARE(m_view->title(), std::string("Closed by OK"));
-    QCOMPARE(host.statements.size(), 1);
-}
-
-void TestOrvexCurveConfigureDialog::fitAllReloadsRanges()
-{
-    m_view->setAutoLimitsX(false);
-    m_view->setRangeX(-50, 50);
-    settle(m_view.get());
-    auto dialog = makeDialog();
-    auto* min = child<QLineEdit>(dialog.get(), "xMinEdit");
-    QCOMPARE(min->text().toDouble(), m_view->getRangeX().first);
-    QVERIFY(min->text().toDouble() <= -50);
-    clickButton(child<QtUIBase::AQPushButton>(dialog.get(), "fitAllButton"));
-    settle(m_view.get());
-    // The data span 0..3: the fitted axis starts near it, and the field follows.
-    QVERIFY(m_view->getRangeX().first > -5);
-    QCOMPARE(min->text(), QString::number(m_view->getRangeX().first, 'g', 6));
-    QCOMPARE(child<QLineEdit>(dialog.get(), "xMaxEdit")->text(), QString::number(m_view->getRangeX().second, 'g', 6));
-}
-
-void TestOrvexCurveConfigureDialog::colorButtonPicksColor()
-{
-    OrvexCurveColorChooserButton button(QColor(1, 2, 3), true);
-    QVERIFY(button.showAlphaChannel());
-    QSignalSpy spy(&button, &OrvexCurveColorChooserButton::colorChanged);
-    bool alphaOffered = false;
-    ModalCatcher accept([&](QWidget* widget) {
-        if (auto* dialog = qobject_cast<QColorDialog*>(widget)) {
-            alphaOffered = dialog->testOption(QColorDialog::ShowAlphaChannel);
-            dialog->setCurrentColor(QColor(200, 100, 50, 128));
-            dialog->accept();
-        }
-    });
-    button.show();
-    clickButton(&button);
-    QVERIFY(accept.caught());
-    QVERIFY(alphaOffered);
-    QCOMPARE(button.chosenColor(), QColor(200, 100, 50, 128));
-    QCOMPARE(spy.count(), 1);
-
-    ModalCatcher cancel([](QWidget* widget) { widget->close(); });
-    clickButton(&button);
-    QVERIFY(cancel.caught());
-    QCOMPARE(button.chosenColor(), QColor(200, 100, 50, 128));
-    QCOMPARE(spy.count(), 1);
+    const QJsonObject out = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+    QCOMPARE(out["call"].toString(), QString::fromStdString(m_view->variableName()) + ".set_properties");
+    const QJsonObject args = out["args"].toObject();
+    QStringList keys = {"title", "view_type", "use_x_log", "use_y_log", "names_in_labels", "transparent_background",
+                        "match_text_color_to_line", "draw_connector", "x_auto_divisions", "x_auto_limits",
+                        "y_auto_divisions", "y_auto_limits", "magnitude_auto_limits", "magnitude_normalized", "x_step",
+                        "y_step", "x_log_base", "y_log_base", "magnitude_divisions", "angular_divisions", "x_range",
+                        "y_range", "magnitude_range", "x_label", "y_label", "magnitude_label", "angular_label",
+                        "curves", "components_color", "components_font", "point_markers", "line_markers"};
+    keys.sort();
+    QCOMPARE(args.keys(), keys);
+    QCOMPARE(args["title"].toString(), title);
+    QCOMPARE(args["view_type"].toString(),
+             bar ? "pelo3dqtui.PlotType.RectangleBar" : "pelo3dqtui.PlotType.RectangleBrokenLine");
+    QCOMPARE(args["x_range"].toArray(), QJsonArray({0.5, 2.5}));
+    QCOMPARE(args["x_auto_limits"], QJsonValue(false));
+    QCOMPARE(args["y_step"], QJsonValue(0.5));
+    const QJsonObject colour{{"red", 10}, {"green", 20}, {"blue", 30}, {"alpha", 200}};
+    QCOMPARE(args["curves"].toArray().at(1).toObject(),
+             QJsonObject({{"visible", true}, {"name", "renamed"}, {"style", "DashDot"},
+                          {bar ? "bar_width" : "width", 3}, {"color", colour}}));
+    const QJsonObject point = args["point_markers"].toArray().at(0).toObject();
+    QCOMPARE(point["symbol"].toString(), "pelo3dqtui.MarkerSymbol.Diamond");
+    QCOMPARE(point["size"], QJsonValue(6));
+    QCOMPARE(args["line_markers"].toArray().at(0)["style"].toString(), "Solid");
+    QVERIFY(!args["components_font"]["Title"]["family"].toString().isEmpty());
 }
 
 void TestOrvexCurveConfigureDialog::exportLineChart()
@@ -586,7 +424,6 @@ void TestOrvexCurveConfigureDialog::dumpButtonOnlyInDebugMode_data()
     QTest::addColumn<QByteArray>("value");
     QTest::addColumn<bool>("present");
     QTest::newRow("unset") << QByteArray() << false;
-    QTest::newRow("0") << QByteArray("0") << false;
     QTest::newRow("yes") << QByteArray("yes") << false;
     QTest::newRow("1") << QByteArray("1") << true;
 }

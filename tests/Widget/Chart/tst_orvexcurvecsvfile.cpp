@@ -82,10 +82,8 @@ private slots:
     void numbersWrittenAsQtWrites();
     void cellsReadAsToDouble_data();
     void cellsReadAsToDouble();
-    void handOverToBlank_data();
-    void handOverToBlank();
-    void headersApplied_data();
-    void headersApplied();
+    void importTables_data();
+    void importTables();
     void csvSuffix_data();
     void csvSuffix();
     void failures_data();
@@ -244,84 +242,47 @@ void tst_OrvexCurveCsvFile::cellsReadAsToDouble()
     }
 }
 
-void tst_OrvexCurveCsvFile::handOverToBlank_data()
+void tst_OrvexCurveCsvFile::importTables_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("blank");
-    QTest::addColumn<QStringList>("titles");
-    QTest::addColumn<int>("points");
-
-    QTest::newRow("blank table") << QByteArray("#Title a b\n1 2 3\n2 4 5\n") << true << QStringList{"a", "b"} << 2;
-    QTest::newRow("comma table") << QByteArray("#Title,a b,c\n1,2,3\n") << false << QStringList{"a b", "c"} << 1;
-    QTest::newRow("commas in the header only") << QByteArray("#Title,a,b\n1 2 3\n") << true
-                                               << QStringList{"curve", "curve"} << 1;
-    QTest::newRow("first data line decides") << QByteArray("# a, comment\n\n  \n1\t2\n3,4\n") << true
-                                             << QStringList{"curve"} << 1;
-    QTest::newRow("header only, blank") << QByteArray("#Title a b\n") << true << QStringList{} << 0;
-    QTest::newRow("CRLF lines") << QByteArray("#Title a\r\n1 2\r\n2 3\r\n") << true << QStringList{"a"} << 2;
-}
-
-void tst_OrvexCurveCsvFile::handOverToBlank()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, blank);
-    QFETCH(QStringList, titles);
-    QFETCH(int, points);
-
-    QCOMPARE(OrvexCurveCsvFile::effectiveFlavour(bytes, Flavour::Comma), blank ? Flavour::Blank : Flavour::Comma);
-    QCOMPARE(OrvexCurveCsvFile::effectiveFlavour(bytes, Flavour::Blank), Flavour::Blank);
-
-    QTemporaryDir dir;
-    Fixture target;
-    const int made = OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "t.csv", bytes)}, Flavour::Comma);
-    QCOMPARE(made, titles.size());
-    for (int i = 0; i < made; ++i) {
-        const auto curve = target.group->getAllCurves(false)[static_cast<std::size_t>(i)];
-        QCOMPARE(QString::fromStdString(curve->title()), titles[i]);
-        QCOMPARE(static_cast<int>(curve->dataSize()), points);
-    }
-}
-
-void tst_OrvexCurveCsvFile::headersApplied_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QStringList>("expected"); // title|suffix|xUnit|yUnit per curve
-
-    QTest::newRow("all four") << QByteArray("#Title,a,b\n#Suffix,s1,s2\n#X-Unit,Hz,s\n#Y-Unit,dB,V\n1,2,3\n")
-                              << QStringList{"a|s1|Hz|dB", "b|s2|s|V"};
-    QTest::newRow("any order, later line wins")
-        << QByteArray("#Y-Unit,dB,V\n#Title,x,y\n1,2,3\n#Title,a,b\n") << QStringList{"a|||dB", "b|||V"};
-    QTest::newRow("empty cells keep their place") << QByteArray("#Suffix,,s2\n#X-Unit,Hz\n1,2,3\n")
-                                                  << QStringList{"curve||Hz|", "curve|s2||"};
-    QTest::newRow("other # lines are comments")
-        << QByteArray("#Titles,x\n#title,y\n# Title,z\n#Title,a\n1,2\n") << QStringList{"a|||"};
-    QTest::newRow("blank flavour") << QByteArray("#Title a b\n#Suffix  s2\n#Y-Unit dB V\n1 2 3\n")
-                                   << QStringList{"a|||dB", "b|s2||V"};
-    QTest::newRow("widest line sets the columns") << QByteArray("1,2\n2,3,4,5\n3,x\n")
-                                                  << QStringList{"curve|||", "curve|||", "curve|||"};
+    QTest::addColumn<QStringList>("expected"); // title|suffix|xUnit|yUnit|points per curve
+    const auto row = [](const char* name, const QByteArray& bytes, const QStringList& expected) {
+        QTest::newRow(name) << bytes << expected;
+    };
+    // The comma flavour hands a file over to the blank one by its first data line.
+    row("blank table", "#Title a b\n1 2 3\n2 4 5\n", {"a||||2", "b||||2"});
+    row("comma table", "#Title,a b,c\n1,2,3\n", {"a b||||1", "c||||1"});
+    row("commas in the header only", "#Title,a,b\n1 2 3\n", {"curve||||1", "curve||||1"});
+    row("first data line decides", "# a, comment\n\n  \n1\t2\n3,4\n", {"curve||||1"});
+    row("header only, blank", "#Title a b\n", {});
+    row("CRLF lines", "#Title a\r\n1 2\r\n2 3\r\n", {"a||||2"});
+    row("all four headers", "#Title,a,b\n#Suffix,s1,s2\n#X-Unit,Hz,s\n#Y-Unit,dB,V\n1,2,3\n",
+        {"a|s1|Hz|dB|1", "b|s2|s|V|1"});
+    row("any order, later line wins", "#Y-Unit,dB,V\n#Title,x,y\n1,2,3\n#Title,a,b\n", {"a|||dB|1", "b|||V|1"});
+    row("empty cells keep their place", "#Suffix,,s2\n#X-Unit,Hz\n1,2,3\n", {"curve||Hz||1", "curve|s2|||1"});
+    row("other # lines are comments", "#Titles,x\n#title,y\n# Title,z\n#Title,a\n1,2\n", {"a||||1"});
+    row("blank headers", "#Title a b\n#Suffix  s2\n#Y-Unit dB V\n1 2 3\n", {"a|||dB|1", "b|s2||V|1"});
+    row("widest line sets the columns", "1,2\n2,3,4,5\n3,x\n", {"curve||||2", "curve||||1", "curve||||1"});
     const QString volts = QString::fromUtf8("\xE7\x94\xB5\xE5\x8E\x8B"); // "voltage" in Chinese
     const QByteArray gb = QTextCodec::codecForName("GB2312")->fromUnicode(volts);
-    QTest::newRow("GB2312") << QByteArray("#Title," + gb + "\n1,2\n") << QStringList{volts + "|||"};
-    QTest::newRow("UTF-8 with byte-order mark")
-        << QByteArray("\xEF\xBB\xBF#Title," + volts.toUtf8() + "\n1,2\n") << QStringList{volts + "|||"};
-    QTextCodec* utf16 = QTextCodec::codecForName("UTF-16LE");
-    QTest::newRow("UTF-16 with byte-order mark")
-        << QByteArray("\xFF\xFE" + utf16->fromUnicode(QStringLiteral("#Title,") + volts + QStringLiteral("\n1,2\n")))
-        << QStringList{volts + "|||"};
+    row("GB2312", "#Title," + gb + "\n1,2\n", {volts + "||||1"});
+    row("UTF-8 with byte-order mark", "\xEF\xBB\xBF#Title," + volts.toUtf8() + "\n1,2\n", {volts + "||||1"});
+    row("UTF-16 with byte-order mark",
+        "\xFF\xFE" + QTextCodec::codecForName("UTF-16LE")->fromUnicode("#Title," + volts + "\n1,2\n"),
+        {volts + "||||1"});
 }
 
-void tst_OrvexCurveCsvFile::headersApplied()
+void tst_OrvexCurveCsvFile::importTables()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QStringList, expected);
-
     QTemporaryDir dir;
     Fixture target;
-    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "h.csv", bytes)}, Flavour::Comma),
+    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {writeFile(dir, "t.csv", bytes)}, Flavour::Comma),
              expected.size());
     QStringList actual;
     for (const auto& curve : target.group->getAllCurves(false))
-        actual << describe(*curve);
+        actual << describe(*curve) + "|" + QString::number(curve->dataSize());
     QCOMPARE(actual, expected);
 }
 
@@ -343,45 +304,33 @@ void tst_OrvexCurveCsvFile::csvSuffix()
 
 void tst_OrvexCurveCsvFile::failures_data()
 {
-    QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("content"); // null: no such file
     QTest::addColumn<QByteArray>("message");
-
-    QTest::newRow("missing file") << "missing.csv" << QByteArray() << QByteArray("Cannot open file for reading: ");
-    QTest::newRow("empty file") << "empty.csv" << QByteArray("") << QByteArray("Empty file: ");
-    QTest::newRow("no data") << "header.csv" << QByteArray("#Title,a\n# note\n\n") << QByteArray();
-    QTest::newRow("no line converts") << "words.csv" << QByteArray("x,y\nfirst,second\n1,two\n") << QByteArray();
+    QTest::newRow("missing file") << QByteArray() << QByteArray("Cannot open file for reading: ");
+    QTest::newRow("empty file") << QByteArray("") << QByteArray("Empty file: ");
+    QTest::newRow("no data") << QByteArray("#Title,a\n# note\n\n") << QByteArray();
+    QTest::newRow("no line converts") << QByteArray("x,y\nfirst,second\n1,two\n") << QByteArray();
 }
 
 // A file that cannot be read is reported and skipped; the group stays as it
 // was, and the other files are still read.
 void tst_OrvexCurveCsvFile::failures()
 {
-    QFETCH(QString, name);
     QFETCH(QByteArray, content);
     QFETCH(QByteArray, message);
-
     QTemporaryDir dir;
-    const QString path = dir.filePath(name);
-    if (!content.isNull())
-        writeFile(dir, name, content);
-    const QString good = writeFile(dir, "good.csv", "1 2\n");
-
+    const QString path = content.isNull() ? dir.filePath("bad.csv") : writeFile(dir, "bad.csv", content);
     Fixture target;
     target.add("kept", {1, 2}, {3, 4});
     const QByteArray before = target.text();
-    {
-        CerrCapture capture;
-        QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {path}, Flavour::Comma), 0);
-        QCOMPARE(capture.text(), message.isEmpty() ? QByteArray() : message + path.toUtf8() + "\n");
-        QCOMPARE(target.text(), before);
-    }
-    for (const Flavour flavour : {Flavour::Comma, Flavour::Blank}) {
-        CerrCapture capture;
-        QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {path, good}, flavour), 1);
-        QCOMPARE(capture.text().count('\n'), message.isEmpty() ? 0 : 1);
-    }
-    QCOMPARE(target.group->size(), std::size_t(3));
+    CerrCapture capture;
+    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {path}, Flavour::Comma), 0);
+    QCOMPARE(target.text(), before);
+    const QString good = writeFile(dir, "good.csv", "1 2\n");
+    QCOMPARE(OrvexCurveCsvFile::importFiles(*target.group, {path, good}, Flavour::Comma), 1);
+    QCOMPARE(target.group->size(), std::size_t(2));
+    const QByteArray line = message.isEmpty() ? QByteArray() : message + path.toUtf8() + "\n";
+    QCOMPARE(capture.text(), line + line);
 }
 
 // The view's entries: a group is made for an import only when a file yields
