@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QImage>
 #include <QMenu>
-#include <QPointer>
 #include <QTimer>
 #include <QtTest>
 

@@ -52,10 +52,8 @@ private slots:
     void hintTexts_data();
     void hintTexts();
     void hitTest();
-    void addByMouse_data();
-    void addByMouse();
-    void drag_data();
-    void drag();
+    void addAndDragByMouse_data();
+    void addAndDragByMouse();
     void markerFollowsCurve();
     void markerMenu_data();
     void markerMenu();
@@ -148,40 +146,42 @@ void TestOrvexChartMarkers::hitTest()
     QVERIFY(manager->allMarkers().empty());
 }
 
-void TestOrvexChartMarkers::addByMouse_data()
+void TestOrvexChartMarkers::addAndDragByMouse_data()
 {
     QTest::addColumn<MarkerType>("type");
     QTest::addColumn<QString>("typeText");
     QTest::addColumn<QString>("symbolText");
-    QTest::newRow("point") << MarkerType::PointMarker << "PointMarker" << "Circle";
-    QTest::newRow("horizontal") << MarkerType::HorizontalLineMarker << "HorizontalLineMarker" << "None";
-    QTest::newRow("vertical") << MarkerType::VerticalLineMarker << "VerticalLineMarker" << "None";
+    QTest::addColumn<bool>("detach"); // before the drag
+    QTest::newRow("point") << MarkerType::PointMarker << "PointMarker" << "Circle" << false;
+    QTest::newRow("horizontal") << MarkerType::HorizontalLineMarker << "HorizontalLineMarker" << "None" << false;
+    QTest::newRow("vertical") << MarkerType::VerticalLineMarker << "VerticalLineMarker" << "None" << false;
+    QTest::newRow("detached vertical") << MarkerType::VerticalLineMarker << "VerticalLineMarker" << "None" << true;
 }
 
-void TestOrvexChartMarkers::addByMouse()
+void TestOrvexChartMarkers::addAndDragByMouse()
 {
     QFETCH(MarkerType, type);
     QFETCH(QString, typeText);
     QFETCH(QString, symbolText);
+    QFETCH(bool, detach);
     RecordingHost host;
     auto view = makeView(600, 400);
     auto curve = line(view.get());
     auto manager = view->getMarkerManager();
+    const QString chart = QString::fromStdString(view->variableName());
     manager->beginAddingMarker(type);
     QCOMPARE(manager->state(), MarkerState::Adding);
-    // A press 3 px beside the curve point (4, 4).
+    // A press 3 px beside the curve point (4, 4) adds a marker bound to the curve.
     const QPoint at = viewPos(view.get(), view->valueToScene(QPointF(4, 4)) + QPointF(3, 0));
     const QPointF pressed = view->sceneToValue(view->mapToScene(at));
     QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     QCOMPARE(manager->state(), MarkerState::Idle);
-    const auto markers = manager->allMarkers();
-    QCOMPARE(markers.size(), std::size_t(1));
-    const auto marker = markers.front();
+    QCOMPARE(manager->allMarkers().size(), std::size_t(1));
+    const auto marker = manager->allMarkers().front();
     QCOMPARE(marker->type(), type);
     QCOMPARE(marker->curveId(), curve->id());
     if (type == MarkerType::PointMarker)
         QCOMPARE(marker->data(), QPointF(4, 4));
-    const QString chart = QString::fromStdString(view->variableName());
     const QString label = QString::fromStdString(marker->label());
     QCOMPARE(host.statements,
              QStringList({QString("%1.add_marker('%2', [%3,%4], pelo3dqtui.MarkerType.%5, pelo3dqtui.MarkerSymbol.%6)")
@@ -189,49 +189,33 @@ void TestOrvexChartMarkers::addByMouse()
                                    QString::number(pressed.y(), 'f', 6), typeText, symbolText),
                           QString("%1=%2.get_marker('%3')")
                               .arg(QString::fromStdString(marker->variableName()), chart, label)}));
-    // The next press is an ordinary one again.
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, at + QPoint(40, 40));
-    QCOMPARE(manager->allMarkers().size(), std::size_t(1));
-}
 
-void TestOrvexChartMarkers::drag_data()
-{
-    QTest::addColumn<MarkerType>("type");
-    QTest::addColumn<bool>("attached");
-    QTest::newRow("attached point snaps to the curve") << MarkerType::PointMarker << true;
-    QTest::newRow("detached line follows the mouse") << MarkerType::VerticalLineMarker << false;
-}
-
-void TestOrvexChartMarkers::drag()
-{
-    QFETCH(MarkerType, type);
-    QFETCH(bool, attached);
-    RecordingHost host;
-    auto view = makeView(600, 400);
-    auto curve = line(view.get());
-    auto manager = view->getMarkerManager();
-    auto marker = manager->createMarker(QPointF(3, 3), type, "");
-    if (attached)
-        marker->attach(curve->id());
-    const QPoint grab = viewPos(view.get(), marker->getHintRect().center());
-    QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, grab);
+    // Dragged towards the curve point (6, 6), a little off the line, it stays on the curve unless detached.
+    host.statements.clear();
+    if (detach)
+        marker->detach();
+    QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      viewPos(view.get(), marker->getHintRect().center()));
     QCOMPARE(manager->state(), MarkerState::Dragging);
     QCOMPARE(manager->getDraggedMarker(), marker);
-    // Towards the curve point (6, 6), a little off the line.
     const QPoint target = viewPos(view.get(), view->valueToScene(QPointF(6, 6)) + QPointF(0, 4));
     moveMouse(view.get(), target);
-    const QPointF expected = attached ? QPointF(6, 6) : view->sceneToValue(view->mapToScene(target));
+    const QPointF mouse = view->sceneToValue(view->mapToScene(target));
+    const QPointF expected = detach                                   ? mouse
+                             : type == MarkerType::PointMarker        ? QPointF(6, 6)
+                             : type == MarkerType::VerticalLineMarker ? QPointF(mouse.x(), mouse.x())
+                                                                      : QPointF(mouse.y(), mouse.y());
     QVERIFY2(QLineF(marker->data(), expected).length() < 1e-9,
              qPrintable(QString("%1 %2").arg(marker->data().x()).arg(marker->data().y())));
-    QCOMPARE(marker->attached(), attached);
     QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, target);
     QCOMPARE(manager->state(), MarkerState::Idle);
     QVERIFY(!manager->getDraggedMarker());
-    QCOMPARE(host.statements.last(), QString("%1.get_marker('%2').set_properties({'position' : [%3,%4]})")
-                                         .arg(QString::fromStdString(view->variableName()),
-                                              QString::fromStdString(marker->label()),
-                                              QString::number(marker->data().x(), 'f', 6),
-                                              QString::number(marker->data().y(), 'f', 6)));
+    QCOMPARE(host.statements, QStringList(QString("%1.get_marker('%2').set_properties({'position' : [%3,%4]})")
+                                              .arg(chart, label, QString::number(expected.x(), 'f', 6),
+                                                   QString::number(expected.y(), 'f', 6))));
+    // The next press is an ordinary one again.
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, at + QPoint(40, 40));
+    QCOMPARE(manager->allMarkers().size(), std::size_t(1));
 }
 
 void TestOrvexChartMarkers::markerFollowsCurve()

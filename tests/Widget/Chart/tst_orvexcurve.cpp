@@ -133,7 +133,8 @@ void tst_OrvexCurve::extremes()
                         curve->maximumYPoint()};
     const auto same = [](double u, double v) { return (qIsNaN(u) && qIsNaN(v)) || qFuzzyCompare(1 + u, 1 + v); };
     for (int i = 0; i < 4; ++i)
-        QVERIFY2(same(actual[i].x(), points[i].x()) && same(actual[i].y(), points[i].y()), qPrintable(QString::number(i)));
+        QVERIFY2(same(actual[i].x(), points[i].x()) && same(actual[i].y(), points[i].y()),
+                 qPrintable(QString::number(i)));
     if (!x.isEmpty() && type != OrvexCurveDataType::RawData) { // raw extremes ignore the data type
         QCOMPARE(curve->rawYMax(), *std::max_element(y.begin(), y.end()));
         QCOMPARE(curve->rawYMin(), *std::min_element(y.begin(), y.end()));
@@ -169,7 +170,8 @@ void tst_OrvexCurve::cachedAnswersFollowChanges_data()
     QTest::newRow("neighbour emptied") << CurveAction([](OrvexCurve& c) {
         c.group().lock()->getCurve("other")->setData(std::vector<double>{}, std::vector<double>{});
     });
-    QTest::newRow("removed from its group") << CurveAction([](OrvexCurve& c) { c.group().lock()->removeCurve(c.id()); });
+    QTest::newRow("removed from its group")
+        << CurveAction([](OrvexCurve& c) { c.group().lock()->removeCurve(c.id()); });
 }
 
 void tst_OrvexCurve::cachedAnswersFollowChanges()

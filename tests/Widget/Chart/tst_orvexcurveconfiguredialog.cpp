@@ -87,11 +87,10 @@ private slots:
     void init();
     void validation_data();
     void validation();
-    void normalizedTicksAutoLimits();
+    void polarNormalisedAndExported();
     void applyPushesAndRecordsOnce_data();
     void applyPushesAndRecordsOnce();
     void exportLineChart();
-    void exportPolarChart();
     void dumpButtonOnlyInDebugMode_data();
     void dumpButtonOnlyInDebugMode();
 
@@ -218,26 +217,43 @@ void TestOrvexCurveConfigureDialog::validation()
     QCOMPARE(target->text(), shown);
 }
 
-void TestOrvexCurveConfigureDialog::normalizedTicksAutoLimits()
+void TestOrvexCurveConfigureDialog::polarNormalisedAndExported()
 {
     m_view->changeViewTypeTo(OrvexChartView::Polar);
     m_view->setMagnitudeAutoLimits(false);
+    m_view->setMagnitudeLabel("Gain");
+    m_view->setAngularLabel("Phi");
+    m_view->setAngularDivisions(12);
+    settle(m_view.get());
     auto dialog = makeDialog();
     auto* autoLimits = child<QCheckBox>(dialog.get(), "magnitudeAutoLimitsBox");
     auto* normalized = child<QCheckBox>(dialog.get(), "magnitudeNormalizedBox");
-    QVERIFY(!autoLimits->isChecked());
-    QVERIFY(child<QLineEdit>(dialog.get(), "magnitudeMinEdit")->isEnabled());
-
+    auto* min = child<QLineEdit>(dialog.get(), "magnitudeMinEdit");
+    QVERIFY(!autoLimits->isChecked() && min->isEnabled());
+    // Normalised ticks force automatic limits and show the curves in dB.
     clickBox(normalized);
-    QVERIFY(autoLimits->isChecked());
-    QVERIFY(!autoLimits->isEnabled());
-    QVERIFY(!child<QLineEdit>(dialog.get(), "magnitudeMinEdit")->isEnabled());
+    QVERIFY(autoLimits->isChecked() && !autoLimits->isEnabled() && !min->isEnabled());
     for (const auto& curve : {m_first, m_second})
         QCOMPARE(curve->dataType(), Gui::Widget::OrvexCurveDataType::DbNormalizedData);
 
+    QTemporaryDir dir;
+    QVERIFY(dialog->dumpDialogInfo(dir.filePath("polar.txt")));
+    const auto magnitude = m_view->getRangeMagnitude();
+    const QStringList expected = {"Title: ", "Type: Polar", "Magnitude Axis: {", "Label: Gain",
+                                  "Min: " + QString::number(magnitude.first, 'g', 6),
+                                  "Max: " + QString::number(magnitude.second, 'g', 6), "Divisions: 5",
+                                  "Auto Limits: 2", "Normalized: 2", "}", "Angular Axis: {", "Label: Phi",
+                                  "Divisions: 12", "}", "Curves: {"};
+    const QStringList written = readLines(dir.filePath("polar.txt"));
+    QCOMPARE(written.mid(0, expected.size()), expected);
+    QVERIFY(!written.contains("X Axis: {"));
+    QVERIFY(written.contains("StyleDash"));
+    CerrCapture capture;
+    QVERIFY(!dialog->dumpDialogInfo("/nonexistent-folder/x/dump.txt"));
+    QCOMPARE(capture.text().trimmed(), QByteArray("Cannot open file for writing:/nonexistent-folder/x/dump.txt"));
+
     clickBox(normalized);
-    QVERIFY(autoLimits->isEnabled());
-    QVERIFY(autoLimits->isChecked());
+    QVERIFY(autoLimits->isEnabled() && autoLimits->isChecked());
     for (const auto& curve : {m_first, m_second})
         QCOMPARE(curve->dataType(), Gui::Widget::OrvexCurveDataType::RawData);
 }
@@ -390,33 +406,6 @@ void TestOrvexCurveConfigureDialog::exportLineChart()
     const QStringList written = readLines(path);
     for (int i = 0; i < std::max(written.size(), expected.size()); ++i)
         QCOMPARE(written.value(i), expected.value(i));
-}
-
-void TestOrvexCurveConfigureDialog::exportPolarChart()
-{
-    m_view->changeViewTypeTo(OrvexChartView::Polar);
-    m_view->setMagnitudeLabel("Gain");
-    m_view->setAngularLabel("Phi");
-    m_view->setAngularDivisions(12);
-    settle(m_view.get());
-    auto dialog = makeDialog();
-    clickBox(child<QCheckBox>(dialog.get(), "magnitudeNormalizedBox"));
-    QTemporaryDir dir;
-    const QString path = dir.filePath("polar.txt");
-    QVERIFY(dialog->dumpDialogInfo(path));
-    const auto magnitude = m_view->getRangeMagnitude();
-    const QStringList expected = {"Title: ", "Type: Polar", "Magnitude Axis: {", "Label: Gain",
-                                  "Min: " + QString::number(magnitude.first, 'g', 6),
-                                  "Max: " + QString::number(magnitude.second, 'g', 6), "Divisions: 5",
-                                  "Auto Limits: 2", "Normalized: 2", "}", "Angular Axis: {", "Label: Phi",
-                                  "Divisions: 12", "}", "Curves: {"};
-    const QStringList written = readLines(path);
-    QCOMPARE(written.mid(0, expected.size()), expected);
-    QVERIFY(!written.contains("X Axis: {"));
-    QVERIFY(written.contains("StyleDash"));
-    CerrCapture capture;
-    QVERIFY(!dialog->dumpDialogInfo("/nonexistent-folder/x/dump.txt"));
-    QCOMPARE(capture.text().trimmed(), QByteArray("Cannot open file for writing:/nonexistent-folder/x/dump.txt"));
 }
 
 void TestOrvexCurveConfigureDialog::dumpButtonOnlyInDebugMode_data()

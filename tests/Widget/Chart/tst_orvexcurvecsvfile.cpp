@@ -195,7 +195,8 @@ void tst_OrvexCurveCsvFile::numbersWrittenAsQtWrites()
             const QList<QByteArray> cells = lines[static_cast<int>(i) + 4].split(flavour == Flavour::Comma ? ',' : ' ');
             QCOMPARE(cells.size(), 2);
             const double v = values[i];
-            const QString expected = std::isnan(v) && flavour == Flavour::Comma ? QStringLiteral(" ") : QString("%1").arg(v, 0, 'g');
+            const QString expected =
+                std::isnan(v) && flavour == Flavour::Comma ? QStringLiteral(" ") : QString("%1").arg(v, 0, 'g');
             QCOMPARE(QString::fromLatin1(cells[1]), expected);
         }
     }
