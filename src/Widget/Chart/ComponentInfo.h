@@ -1,20 +1,18 @@
 #pragma once
 
 #include "OrvexQtUIBase_export.h"
+#include "Widget/Chart/OrvexCurveColorChooserButton.h"
 
 #include <QColor>
 #include <QFont>
+#include <QLabel>
 #include <QObject>
 #include <QPointer>
+#include <QPushButton>
 
 #include <string>
 
-class QLabel;
-class QPushButton;
-
 namespace Gui::Widget {
-
-class OrvexCurveColorChooserButton;
 
 /**
  * One row of the configuration dialog's fonts table: a chart component

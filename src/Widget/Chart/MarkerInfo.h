@@ -2,22 +2,21 @@
 
 #include "OrvexQtUIBase_export.h"
 #include "Widget/Chart/ChartMarkerTypes.h"
+#include "Widget/Chart/OrvexCurveColorChooserButton.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
 
 #include <memory>
 
-class QCheckBox;
-class QComboBox;
-class QLabel;
-class QLineEdit;
-
 namespace Gui::Widget {
 
 class Marker;
-class OrvexCurveColorChooserButton;
 
 /**
  * One row of a marker table of the configuration dialog: the editable look
