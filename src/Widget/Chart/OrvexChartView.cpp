@@ -608,14 +608,18 @@ void OrvexChartView::rebuildSeries(SeriesState& state)
         xMap.min = rangeX.first;
         xMap.max = rangeX.second;
         xMap.length = area.width();
-        xMap.origin = area.left() + toViewport.dx();
+        // On a high-density screen the painter scales logical pixels.
+        const double scale = viewport()->devicePixelRatioF();
+        xMap.origin = (area.left() + toViewport.dx()) * scale;
+        xMap.scale = scale;
         xMap.log = m_useXLog;
         xMap.base = m_xLogBase;
         OrvexSeriesDecimator::AxisMap yMap;
         yMap.min = rangeY.first;
         yMap.max = rangeY.second;
         yMap.length = area.height();
-        yMap.origin = area.top() + toViewport.dy();
+        yMap.origin = (area.top() + toViewport.dy()) * scale;
+        yMap.scale = scale;
         yMap.log = m_useYLog;
         yMap.base = m_yLogBase;
         yMap.vertical = true;

@@ -32,6 +32,7 @@ struct Axis
         , log(map.log)
         , vertical(map.vertical)
         , base(map.base)
+        , scale(map.scale)
     {
         if (log) {
             logBase = std::log10(map.base);
@@ -56,12 +57,13 @@ struct Axis
             g = (value - min) * delta;
         if (vertical)
             g = length - g;
-        return g + origin;
+        // As QTransform maps: m11 * x + dx (exactly x + dx when m11 is 1).
+        return scale * g + origin;
     }
 
     double value(double device) const
     {
-        double g = device - origin;
+        double g = (device - origin) / scale;
         if (vertical)
             g = length - g;
         return log ? std::pow(base, g / delta + logLeft) : min + g / delta;
@@ -73,6 +75,7 @@ struct Axis
     bool log;
     bool vertical;
     double base;
+    double scale;
     double delta = 1;
     double logBase = 1;
     double logLeft = 0;
@@ -379,13 +382,13 @@ public:
         , m_out(out)
     {
         const double top = yMap.origin;
-        const double bottom = yMap.origin + yMap.length;
+        const double bottom = yMap.origin + yMap.scale * yMap.length;
         m_frame.rowLo = int(std::floor(top));
         m_frame.rowHi = int(std::floor(bottom)) + 1;
         m_frame.safeTop = top - 3;
         m_frame.safeBottom = bottom + 3;
         m_frame.safeLeft = xMap.origin - 3;
-        m_frame.safeRight = xMap.origin + xMap.length + 3;
+        m_frame.safeRight = xMap.origin + xMap.scale * xMap.length + 3;
     }
 
     void run(std::size_t first, std::size_t last)
@@ -805,7 +808,7 @@ private:
             {
                 std::size_t edge;
                 bool direct;
-            } strokes[] = {{0, true}, {0, false}, {1, false}, {2, false}};
+            } strokes[] = {{0, true}, {0, false}, {1, false}, {2, false}, {4, false}, {8, false}};
             for (const auto& stroke : strokes) {
                 if (c.count <= 2 * stroke.edge + 3 || !buildStroke(c, stroke.edge, stroke.direct))
                     continue;

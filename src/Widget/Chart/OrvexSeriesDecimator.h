@@ -47,8 +47,9 @@ public:
     {
         double min = 0; ///< axis range
         double max = 1;
-        double length = 1; ///< plot extent along the axis, pixels
+        double length = 1; ///< plot extent along the axis, logical pixels
         double origin = 0; ///< device coordinate of the plot's left or top edge
+        double scale = 1; ///< device pixels per logical pixel
         bool log = false;
         double base = 10;
         bool vertical = false; ///< values grow upwards, device coordinates downwards

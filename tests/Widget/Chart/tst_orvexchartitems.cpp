@@ -206,9 +206,11 @@ namespace {
 
 using AxisMap = OrvexSeriesDecimator::AxisMap;
 
-AxisMap axisMap(double min, double max, double origin, double length, bool log = false, bool vertical = false)
+AxisMap axisMap(double min, double max, double origin, double length, bool log = false, bool vertical = false,
+                double scale = 1)
 {
     AxisMap map;
+    map.scale = scale;
     map.min = min;
     map.max = max;
     map.origin = origin;
@@ -222,14 +224,15 @@ AxisMap axisMap(double min, double max, double origin, double length, bool log =
 // drawLine per segment, clipped to the plot.
 QImage drawLineSeries(const QVector<QPointF>& points, const AxisMap& xMap, const AxisMap& yMap)
 {
-    QImage image(int(xMap.origin + xMap.length) + 30, int(yMap.origin + yMap.length) + 30,
-                 QImage::Format_ARGB32_Premultiplied);
+    const double width = xMap.scale * xMap.length;
+    const double height = yMap.scale * yMap.length;
+    QImage image(int(xMap.origin + width) + 30, int(yMap.origin + height) + 30, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);
     QPen pen(Qt::black, 1);
     pen.setCosmetic(true);
     painter.setPen(pen);
-    painter.setClipRect(QRectF(xMap.origin, yMap.origin, xMap.length, yMap.length));
+    painter.setClipRect(QRectF(xMap.origin, yMap.origin, width, height));
     QPointF previous;
     for (int i = 0; i < points.size(); ++i) {
         const QPointF p(xMap.toDevice(points[i].x()), yMap.toDevice(points[i].y()));
@@ -285,6 +288,13 @@ void TestOrvexChartItems::m4MatchesFullDrawing_data()
         << series(60000, [](int i) { return (i - i % 3 / 2) * 0.007; },
                   [&](int i) { return i % 13 == 0 ? qQNaN() : (walk += (i % 3 == 2 ? 0 : random.generateDouble() - 0.5)); })
         << axisMap(0, 420, 20, 420) << axisMap(-150, 150, 20, 300, false, true) << 60000 * 3 / 5;
+    // A high-density screen: columns of device pixels, 1.5 to a logical one.
+    double scaledWalk = 0;
+    QTest::newRow("1.5 device pixels a pixel")
+        << series(60000, [](int i) { return double(i); },
+                  [&](int) { return scaledWalk += random.generateDouble() - 0.5; })
+        << axisMap(0, 59999, 30, 300, false, false, 1.5) << axisMap(-200, 200, 30, 200, false, true, 1.5)
+        << 60000 / 8;
     // Few points a column: nothing to gain, everything kept.
     QTest::newRow("sparse")
         << series(300, [](int i) { return i * 1.3; }, [&](int) { return random.generateDouble(); })
