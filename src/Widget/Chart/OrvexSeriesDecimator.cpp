@@ -799,11 +799,10 @@ private:
             return std::all_of(maybe.begin(), maybe.end(), [&](const Run& r) { return covered(r, true); });
         };
         if (maybeCovered(c.full.maybe())) {
-            // The plain stroke first; failing that, keep the original lines
-            // at the column's edges, where a steep line's square cap may
-            // reach into the neighbouring column.
-            // The shortest stroke goes from the bottom (or top) straight to
-            // the last point; a steep last line leaves the column alone.
+            // Strokes from shortest to longest: from the column's extreme
+            // straight to its last point; across at the last point's
+            // height; then keeping 1, 2, 4 or 8 original lines at each edge,
+            // where steep lines reach next door with their square caps.
             static constexpr struct
             {
                 std::size_t edge;
