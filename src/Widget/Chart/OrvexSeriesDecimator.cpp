@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <vector>
 
@@ -204,16 +205,25 @@ public:
         m_hi = 0;
         m_extra.clear();
         m_maybe.clear();
+        m_spills.clear();
         m_overflow = false;
     }
 
     int column() const { return m_column; }
     bool overflow() const { return m_overflow; }
 
+    /// Names the line (by the index of its end point) whose pixels follow.
+    void setLine(std::size_t end) { m_line = end; }
+    /// The lines that lit pixels in another column, at most 16 of them.
+    const std::vector<std::size_t>& spills() const { return m_spills; }
+    bool manySpills() const { return m_spills.size() > 16; }
+
     void add(int column, int lo, int hi)
     {
         if (!clamp(lo, hi))
             return;
+        if (column != m_column && (m_spills.empty() || m_spills.back() != m_line) && m_spills.size() <= 16)
+            m_spills.push_back(m_line);
         if (column == m_column) {
             if (m_lo > m_hi) {
                 m_lo = lo;
@@ -270,6 +280,8 @@ private:
     int m_hi = 0;
     std::vector<Run> m_extra;
     std::vector<Run> m_maybe;
+    std::vector<std::size_t> m_spills;
+    std::size_t m_line = 0;
     bool m_overflow = false;
 };
 
@@ -425,6 +437,7 @@ private:
                 c = m_current;
                 start(*c, k, column, wild, p);
             } else {
+                c->full.setLine(k);
                 addSegment(c->full, prev, p, frame);
                 grow(*c, k, p.y);
             }
@@ -456,6 +469,7 @@ private:
                 const double kx = m_xAxis.device<LogX>(m_x[k]);
                 const double previousX = m_xAxis.device<LogX>(m_x[previous]);
                 if (QPointF(kx, py) == QPointF(previousX, prev.y)) {
+                    c->full.setLine(k);
                     c->full.add(qRound(kx), qRound(py), qRound(py));
                 } else if (dy != 0) {
                     runLo = runLo < lo ? runLo : lo;
@@ -516,6 +530,7 @@ private:
                     p.fx = fx;
                     p.fy = fy;
                     p.finite = p.safe = true;
+                    c->full.setLine(i);
                     addSegment(c->full, prev, p, frame);
                     grow(*c, i, py);
                     previous = i;
@@ -808,8 +823,13 @@ private:
                 std::size_t edge;
                 bool direct;
             } strokes[] = {{0, true}, {0, false}, {1, false}, {2, false}, {4, false}, {8, false}};
-            for (const auto& stroke : strokes) {
-                if (c.count <= 2 * stroke.edge + 3 || !buildStroke(c, stroke.edge, stroke.direct))
+            // Last, the stroke that keeps just the lines that reach next door.
+            const std::size_t spillStroke = std::size(strokes);
+            for (std::size_t variant = 0; variant <= spillStroke; ++variant) {
+                const bool built = variant < spillStroke
+                    ? c.count > 2 * strokes[variant].edge + 3 && buildStroke(c, strokes[variant].edge, strokes[variant].direct)
+                    : !c.full.spills().empty() && !c.full.manySpills() && buildSpillStroke(c);
+                if (!built)
                     continue;
                 simulateStroke(c);
                 Run reducedMain{c.column, 1, 0};
@@ -907,6 +927,39 @@ private:
             to = step(c, to, 1);
             appendDistinct(QPointF(m_x[to], m_y[to]));
         }
+        return true;
+    }
+
+    // The vertical stroke through the column's top and bottom rows at the
+    // first point's X, then each line that lit pixels next door, reached and
+    // left by a vertical and a horizontal line inside the column, then the
+    // last point the same way.
+    bool buildSpillStroke(const Column& c)
+    {
+        m_stroke.clear();
+        m_stroke.append(QPointF(m_x[c.first], m_y[c.first]));
+        if (c.main.lo <= c.main.hi) {
+            const int topRow = c.main.lo == m_frame.rowLo ? c.main.lo - 1 : c.main.lo;
+            const int bottomRow = c.main.hi == m_frame.rowHi ? c.main.hi + 1 : c.main.hi;
+            double topValue = 0;
+            double bottomValue = 0;
+            if (!valueForRow(topRow, c.top, topValue) || !valueForRow(bottomRow, c.bottom, bottomValue))
+                return false;
+            appendDistinct(QPointF(m_x[c.first], topValue));
+            appendDistinct(QPointF(m_x[c.first], bottomValue));
+        }
+        auto reach = [this](std::size_t k) {
+            appendDistinct(QPointF(m_stroke.constLast().x(), m_y[k]));
+            appendDistinct(QPointF(m_x[k], m_y[k]));
+        };
+        for (const std::size_t end : c.full.spills()) {
+            const std::size_t start = step(c, end, -1);
+            if (start < c.begin || end >= c.end)
+                return false;
+            reach(start);
+            appendDistinct(QPointF(m_x[end], m_y[end]));
+        }
+        reach(c.last);
         return true;
     }
 

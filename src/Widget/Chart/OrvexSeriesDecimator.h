@@ -28,8 +28,9 @@ namespace Gui::Widget {
  * Qt Charts' domains, and each column's pixels are predicted with the integer
  * arithmetic of Qt's cosmetic line rasterizer, for the full data and for the
  * stroke. Pixels that differ must be lit anyway by a neighbouring column's
- * run; otherwise the column keeps its original edge lines as well, and as a
- * last resort all its points. `AnyPen` keeps each column's first, lowest,
+ * run; otherwise the column keeps some original lines as well (those at its
+ * edges, or those that light pixels next door), and as a last resort all its
+ * points. `AnyPen` keeps each column's first, lowest,
  * highest and last point without that check; wide or dashed pens may then
  * differ by a pixel at the ends of vertical runs.
  *

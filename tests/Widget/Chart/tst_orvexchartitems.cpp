@@ -263,25 +263,25 @@ void TestOrvexChartItems::m4MatchesFullDrawing_data()
     // reach into the neighbouring column with their caps.
     QTest::newRow("random walk, points on column edges")
         << series(40000, [](int i) { return i * 0.01; }, [&](int) { return walk += random.generateDouble() - 0.5; })
-        << axisMap(0, 400, 20, 400) << axisMap(-60, 60, 20, 300, false, true) << 400 * 10;
+        << axisMap(0, 400, 20, 400) << axisMap(-60, 60, 20, 300, false, true) << 400 * 6;
     // Dense and smooth: most lines are shorter than a 64th of a pixel.
     QTest::newRow("smooth sine, fractional origin")
         << series(200000, [](int i) { return double(i); }, [](int i) { return std::sin(i * 3e-5); })
-        << axisMap(0, 199999, 20.37, 437.5) << axisMap(-1.1, 1.1, 11.6, 301.3, false, true) << 438 * 8;
+        << axisMap(0, 199999, 20.37, 437.5) << axisMap(-1.1, 1.1, 11.6, 301.3, false, true) << 438 * 6;
     // Values on exact pixel rows.
     QTest::newRow("integer steps on pixel rows")
         << series(50000, [](int i) { return i * 0.0087; }, [&](int) { return std::floor(walk += random.generateDouble() - 0.5); })
-        << axisMap(0, 435, 20, 435) << axisMap(-100, 100, 30, 400, false, true) << 435 * 8;
+        << axisMap(0, 435, 20, 435) << axisMap(-100, 100, 30, 400, false, true) << 435 * 6;
     // Half of the noise lies beyond the plot: Qt clips those lines first.
     QTest::newRow("noise beyond the plot")
         << series(60000, [](int i) { return double(i); }, [&](int) { return random.generateDouble() * 4 - 2; })
-        << axisMap(0, 59999, 15, 380) << axisMap(-1, 1, 40, 250, false, true) << 380 * 8;
+        << axisMap(0, 59999, 15, 380) << axisMap(-1, 1, 40, 250, false, true) << 380 * 6;
     QTest::newRow("log X")
         << series(80000, [](int i) { return 1 + i * 0.5; }, [](int i) { return std::cos(i * 1e-3) * (1 + i % 7); })
-        << axisMap(1, 40000, 20, 400, true) << axisMap(-8, 8, 20, 300, false, true) << 8000;
+        << axisMap(1, 40000, 20, 400, true) << axisMap(-8, 8, 20, 300, false, true) << 400 * 6;
     QTest::newRow("log Y")
         << series(80000, [](int i) { return double(i); }, [&](int) { return std::pow(10, random.generateDouble() * 4); })
-        << axisMap(0, 79999, 20, 400) << axisMap(1, 1e4, 20, 300, true, true) << 400 * 8;
+        << axisMap(0, 79999, 20, 400) << axisMap(1, 1e4, 20, 300, true, true) << 400 * 6;
     // Repeated points are drawn as dots, often in the next column, where they
     // keep their column whole; NaN points are left out.
     QTest::newRow("repeats and gaps")
@@ -294,7 +294,7 @@ void TestOrvexChartItems::m4MatchesFullDrawing_data()
         << series(60000, [](int i) { return double(i); },
                   [&](int) { return scaledWalk += random.generateDouble() - 0.5; })
         << axisMap(0, 59999, 30, 300, false, false, 1.5) << axisMap(-200, 200, 30, 200, false, true, 1.5)
-        << 60000 / 8;
+        << 450 * 6;
     // Few points a column: nothing to gain, everything kept.
     QTest::newRow("sparse")
         << series(300, [](int i) { return i * 1.3; }, [&](int) { return random.generateDouble(); })
