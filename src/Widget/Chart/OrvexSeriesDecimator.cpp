@@ -342,8 +342,10 @@ void addSegment(Coverage& cov, const DevicePoint& a, const DevicePoint& b, const
     const int column = cov.column();
     if (dy >= 2 * dx) {
         // A steep line clear of the column's edges runs down the column to
-        // the plot's edge; nearer an edge some rows may land next door.
-        const double margin = 2.0 / 64 + 0.5 * dx / dy;
+        // the plot's edge; nearer an edge some rows may land next door (a
+        // square cap reaches up to a row's worth of X beyond an end, and
+        // clipping moves an end by up to a 64th of a pixel).
+        const double margin = 2.0 / 64 + dx / dy;
         const bool leftClear = std::min(a.x, b.x) >= column + margin;
         const bool rightClear = std::max(a.x, b.x) <= column + 1 - margin;
         if (leftClear && rightClear) {
