@@ -134,9 +134,11 @@ void TestOrvexChartItems::decimationPixelIdentical_data()
     QTest::addColumn<int>("points");
     QTest::addColumn<int>("width");
     QTest::addColumn<bool>("logX");
-    QTest::newRow("200k on 800 px") << 200000 << 1 << false;
-    QTest::newRow("50k, 3 px pen") << 50000 << 3 << false;
-    QTest::newRow("100k, log X") << 100000 << 1 << true;
+    QTest::addColumn<bool>("logY");
+    QTest::newRow("200k on 800 px") << 200000 << 1 << false << false;
+    QTest::newRow("50k, 3 px pen") << 50000 << 3 << false << false;
+    QTest::newRow("100k, log X") << 100000 << 1 << true << false;
+    QTest::newRow("100k, log Y") << 100000 << 1 << false << true;
 }
 
 void TestOrvexChartItems::decimationPixelIdentical()
@@ -144,15 +146,20 @@ void TestOrvexChartItems::decimationPixelIdentical()
     QFETCH(int, points);
     QFETCH(int, width);
     QFETCH(bool, logX);
+    QFETCH(bool, logY);
     auto view = makeView(800, 500);
     view->setLegendVisibility(false);
     auto [x, y] = randomWalk(std::size_t(points), 7);
     if (logX)
         for (double& v : x)
             v += 1;
+    if (logY)
+        for (double& v : y)
+            v = std::exp(v / 40);
     auto curve = addCurve(view.get(), x, y);
     curve->setWidth(width);
     view->setUseXLog(logX);
+    view->setUseYLog(logY);
     view->reset();
     settle(view.get());
     const QImage reduced = grabView(view.get());
