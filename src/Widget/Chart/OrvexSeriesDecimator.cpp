@@ -94,55 +94,69 @@ inline int fixedDiv(int x, int y)
     return x * (1 << 16) / y;
 }
 
-// Pixels of one drawLine with square caps, as runs (column, first row, last
-// row) handed to @p sink. Coordinates are 26.6 fixed point.
+// Appends the points [begin, end) that have no NaN coordinate.
+void appendValid(const double* x, const double* y, std::size_t begin, std::size_t end, QVector<QPointF>& out)
+{
+    for (std::size_t i = begin; i < end; ++i) {
+        if (!std::isnan(x[i]) && !std::isnan(y[i]))
+            out.append(QPointF(x[i], y[i]));
+    }
+}
+
+// A line stepped along its major axis A (the other one is B), as Qt's
+// cosmetic stroker steps it with square caps: pixels A in [first, end), B in
+// 16.16 fixed point at `first` and `inc` more at each step. Coordinates are
+// 26.6 fixed point.
+struct Walk
+{
+    int first;
+    int end;
+    int b;
+    int inc;
+};
+
+Walk walkAlongMajor(int a1, int b1, int a2, int b2)
+{
+    if (a1 > a2) {
+        std::swap(a1, a2);
+        std::swap(b1, b2);
+    }
+    const int inc = fixedDiv(b2 - b1, a2 - a1);
+    int b = b1 * (1 << 10) - (inc >> 1);
+    a1 -= 32;
+    a2 += 32;
+    const int first = (a1 + 32) >> 6;
+    const int end = (a2 + 32) >> 6;
+    if (first != end)
+        b += ((first * (1 << 6)) + (inc > 0 ? 32 : 0) - a1) * inc >> 6;
+    return {first, end, b, inc};
+}
+
+// Pixels of one drawLine, as runs (column, first row, last row) handed to
+// @p sink.
 template <typename Sink>
 void rasterizeLine(int x1, int y1, int x2, int y2, Sink&& sink)
 {
     const int dx = std::abs(x2 - x1);
     const int dy = std::abs(y2 - y1);
     if (dx < dy) {
-        if (y1 > y2) {
-            std::swap(y1, y2);
-            std::swap(x1, x2);
-        }
-        const int xinc = fixedDiv(x2 - x1, y2 - y1);
-        int x = x1 * (1 << 10);
-        y1 -= 32;
-        x -= xinc >> 1;
-        y2 += 32;
-        int y = (y1 + 32) >> 6;
-        const int ys = (y2 + 32) >> 6;
-        const int round = xinc > 0 ? 32 : 0;
-        if (y == ys)
+        const Walk w = walkAlongMajor(y1, x1, y2, x2);
+        if (w.first == w.end)
             return;
-        x += ((y * (1 << 6)) + round - y1) * xinc >> 6;
-        if ((x >> 16) == ((x + (ys - 1 - y) * xinc) >> 16)) {
-            sink(x >> 16, y, ys - 1);
+        if ((w.b >> 16) == ((w.b + (w.end - 1 - w.first) * w.inc) >> 16)) {
+            sink(w.b >> 16, w.first, w.end - 1);
             return;
         }
-        for (; y < ys; ++y, x += xinc)
+        int x = w.b;
+        for (int y = w.first; y < w.end; ++y, x += w.inc)
             sink(x >> 16, y, y);
         return;
     }
     if (!dx)
         return;
-    if (x1 > x2) {
-        std::swap(x1, x2);
-        std::swap(y1, y2);
-    }
-    const int yinc = fixedDiv(y2 - y1, x2 - x1);
-    int y = y1 * (1 << 10);
-    x1 -= 32;
-    y -= yinc >> 1;
-    x2 += 32;
-    int x = (x1 + 32) >> 6;
-    const int xs = (x2 + 32) >> 6;
-    const int round = yinc > 0 ? 32 : 0;
-    if (x == xs)
-        return;
-    y += ((x * (1 << 6)) + round - x1) * yinc >> 6;
-    for (; x < xs; ++x, y += yinc)
+    const Walk w = walkAlongMajor(x1, y1, x2, y2);
+    int y = w.b;
+    for (int x = w.first; x < w.end; ++x, y += w.inc)
         sink(x, y >> 16, y >> 16);
 }
 
@@ -768,13 +782,7 @@ private:
         m_current->count = 0;
     }
 
-    void emitOriginals(const Column& c)
-    {
-        for (std::size_t k = c.begin; k < c.end; ++k) {
-            if (!std::isnan(m_x[k]) && !std::isnan(m_y[k]))
-                m_out.append(QPointF(m_x[k], m_y[k]));
-        }
-    }
+    void emitOriginals(const Column& c) { appendValid(m_x, m_y, c.begin, c.end, m_out); }
 
     void decide(const Column& c, const Run& left, const Column* right)
     {
@@ -906,22 +914,8 @@ private:
         if (from >= to)
             return false;
         const double xFrom = m_x[from];
-        if (c.main.lo <= c.main.hi) {
-            // A run reaching the plot's edge may go on beyond it.
-            const int topRow = c.main.lo == m_frame.rowLo ? c.main.lo - 1 : c.main.lo;
-            const int bottomRow = c.main.hi == m_frame.rowHi ? c.main.hi + 1 : c.main.hi;
-            double topValue = 0;
-            double bottomValue = 0;
-            if (!valueForRow(topRow, c.top, topValue) || !valueForRow(bottomRow, c.bottom, bottomValue))
-                return false;
-            if (c.top < c.bottom) {
-                appendDistinct(QPointF(xFrom, topValue));
-                appendDistinct(QPointF(xFrom, bottomValue));
-            } else {
-                appendDistinct(QPointF(xFrom, bottomValue));
-                appendDistinct(QPointF(xFrom, topValue));
-            }
-        }
+        if (!appendRun(c, xFrom))
+            return false;
         if (!direct)
             appendDistinct(QPointF(xFrom, m_y[to]));
         appendDistinct(QPointF(m_x[to], m_y[to]));
@@ -940,16 +934,8 @@ private:
     {
         m_stroke.clear();
         m_stroke.append(QPointF(m_x[c.first], m_y[c.first]));
-        if (c.main.lo <= c.main.hi) {
-            const int topRow = c.main.lo == m_frame.rowLo ? c.main.lo - 1 : c.main.lo;
-            const int bottomRow = c.main.hi == m_frame.rowHi ? c.main.hi + 1 : c.main.hi;
-            double topValue = 0;
-            double bottomValue = 0;
-            if (!valueForRow(topRow, c.top, topValue) || !valueForRow(bottomRow, c.bottom, bottomValue))
-                return false;
-            appendDistinct(QPointF(m_x[c.first], topValue));
-            appendDistinct(QPointF(m_x[c.first], bottomValue));
-        }
+        if (!appendRun(c, m_x[c.first]))
+            return false;
         auto reach = [this](std::size_t k) {
             appendDistinct(QPointF(m_stroke.constLast().x(), m_y[k]));
             appendDistinct(QPointF(m_x[k], m_y[k]));
@@ -962,6 +948,25 @@ private:
             appendDistinct(QPointF(m_x[end], m_y[end]));
         }
         reach(c.last);
+        return true;
+    }
+
+    // The vertical stroke at @p x through the column's top and bottom rows,
+    // in the order its data visits them; nothing for a column with no run.
+    bool appendRun(const Column& c, double x)
+    {
+        if (c.main.lo > c.main.hi)
+            return true;
+        // A run reaching the plot's edge may go on beyond it.
+        const int topRow = c.main.lo == m_frame.rowLo ? c.main.lo - 1 : c.main.lo;
+        const int bottomRow = c.main.hi == m_frame.rowHi ? c.main.hi + 1 : c.main.hi;
+        double topValue = 0;
+        double bottomValue = 0;
+        if (!valueForRow(topRow, c.top, topValue) || !valueForRow(bottomRow, c.bottom, bottomValue))
+            return false;
+        const bool topFirst = c.top < c.bottom;
+        appendDistinct(QPointF(x, topFirst ? topValue : bottomValue));
+        appendDistinct(QPointF(x, topFirst ? bottomValue : topValue));
         return true;
     }
 
@@ -1083,10 +1088,7 @@ void OrvexSeriesDecimator::copyAll(const double* x, const double* y, std::size_t
 {
     out.clear();
     out.reserve(static_cast<int>(count));
-    for (std::size_t i = 0; i < count; ++i) {
-        if (!std::isnan(x[i]) && !std::isnan(y[i]))
-            out.append(QPointF(x[i], y[i]));
-    }
+    appendValid(x, y, 0, count, out);
 }
 
 } // namespace Gui::Widget
