@@ -34,40 +34,16 @@ std::pair<std::vector<double>, std::vector<double>> randomWalk(std::size_t n, qu
     return {x, y};
 }
 
-// Pixels that differ between two renderings of the same curve. A differing
-// pixel counts as a displaced line pixel when the line's colour is on one
-// side and the other image has the line's colour in its 8-neighbourhood;
-// anything else is a real difference.
-struct ImageDiff
+// Pixels that differ between two images of one size (-1 if sizes differ).
+int differingPixels(const QImage& a, const QImage& b)
 {
-    int differing = 0;
-    int unexplained = 0;
-};
-
-ImageDiff compareImages(const QImage& a, const QImage& b, QRgb line)
-{
-    ImageDiff diff;
     if (a.size() != b.size())
-        return {-1, -1};
-    auto nearby = [](const QImage& image, int x, int y, QRgb colour) {
-        for (int dy = -1; dy <= 1; ++dy)
-            for (int dx = -1; dx <= 1; ++dx)
-                if (image.rect().contains(x + dx, y + dy) && image.pixel(x + dx, y + dy) == colour)
-                    return true;
-        return false;
-    };
+        return -1;
+    int differing = 0;
     for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x) {
-            const QRgb pa = a.pixel(x, y);
-            const QRgb pb = b.pixel(x, y);
-            if (pa == pb)
-                continue;
-            ++diff.differing;
-            const bool displaced = (pa == line && nearby(b, x, y, line)) || (pb == line && nearby(a, x, y, line));
-            if (!displaced)
-                ++diff.unexplained;
-        }
-    return diff;
+        for (int x = 0; x < a.width(); ++x)
+            differing += a.pixel(x, y) != b.pixel(x, y);
+    return differing;
 }
 
 } // namespace
@@ -129,35 +105,29 @@ void TestOrvexChartItems::curveColourAlongPath()
     QCOMPARE(countColour(image, QRect(away - QPoint(2, 2), QSize(5, 5)), QColor(0, 160, 0)), 0);
 }
 
+// Through Qt Charts' own log domains (the linear view is covered as the
+// screen paints it).
 void TestOrvexChartItems::decimationPixelIdentical_data()
 {
-    QTest::addColumn<int>("points");
-    QTest::addColumn<int>("width");
     QTest::addColumn<bool>("logX");
     QTest::addColumn<bool>("logY");
-    QTest::newRow("200k on 800 px") << 200000 << 1 << false << false;
-    QTest::newRow("50k, 3 px pen") << 50000 << 3 << false << false;
-    QTest::newRow("100k, log X") << 100000 << 1 << true << false;
-    QTest::newRow("100k, log Y") << 100000 << 1 << false << true;
+    QTest::newRow("log X") << true << false;
+    QTest::newRow("log Y") << false << true;
 }
 
 void TestOrvexChartItems::decimationPixelIdentical()
 {
-    QFETCH(int, points);
-    QFETCH(int, width);
     QFETCH(bool, logX);
     QFETCH(bool, logY);
+    const int points = 100000;
     auto view = makeView(800, 500);
     view->setLegendVisibility(false);
     auto [x, y] = randomWalk(std::size_t(points), 7);
-    if (logX)
-        for (double& v : x)
-            v += 1;
-    if (logY)
-        for (double& v : y)
-            v = std::exp(v / 40);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        x[i] += logX ? 1 : 0;
+        y[i] = logY ? std::exp(y[i] / 40) : y[i];
+    }
     auto curve = addCurve(view.get(), x, y);
-    curve->setWidth(width);
     view->setUseXLog(logX);
     view->setUseYLog(logY);
     view->reset();
@@ -168,15 +138,7 @@ void TestOrvexChartItems::decimationPixelIdentical()
     view->setDecimationEnabled(false);
     const QImage full = grabView(view.get());
     QCOMPARE(view->seriesOf(curve->id())->count(), points);
-    const ImageDiff diff = compareImages(reduced, full, curve->color().rgb());
-    if (width == 1) {
-        QCOMPARE(diff.differing, 0);
-    } else {
-        // A wide pen's stroke ends depend on the neighbouring lines: run
-        // tips may sit a pixel apart, nothing else may differ.
-        QCOMPARE(diff.unexplained, 0);
-        QVERIFY2(diff.differing <= reduced.width() / 8, qPrintable(QString::number(diff.differing)));
-    }
+    QCOMPARE(differingPixels(reduced, full), 0);
 }
 
 void TestOrvexChartItems::decimationFollowsZoomAndPan()
@@ -206,7 +168,7 @@ void TestOrvexChartItems::decimationFollowsZoomAndPan()
     QVERIFY(pts.last().x() >= range.second && pts.last().x() <= range.second + 1);
     const QImage reduced = grabView(view.get());
     view->setDecimationEnabled(false);
-    QCOMPARE(compareImages(reduced, grabView(view.get()), curve->color().rgb()).differing, 0);
+    QCOMPARE(differingPixels(reduced, grabView(view.get())), 0);
 }
 
 namespace {
@@ -327,8 +289,7 @@ void TestOrvexChartItems::m4MatchesFullDrawing()
                  points.end());
     const QImage full = drawLineSeries(points, xMap, yMap);
     const QImage drawn = drawLineSeries(reduced, xMap, yMap);
-    const ImageDiff diff = compareImages(drawn, full, qRgb(0, 0, 0));
-    QCOMPARE(diff.differing, 0);
+    QCOMPARE(differingPixels(drawn, full), 0);
 }
 
 void TestOrvexChartItems::m4AnyPenKeepsColumnExtremes()
