@@ -14,6 +14,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 #include <utility>
 
 namespace QtUIBase {
@@ -45,6 +47,43 @@ inline void flushPendingLineEdit()
 {
     if (AQScriptableLineEdit* edit = AQScripts::getLineEditToRecord())
         edit->emitEditingFinished(false);
+}
+
+/// A replayed line that names a target the widget no longer has (an item
+/// text, a page, an action): the widget leaves its state alone and the line
+/// goes to the fixed-script report, like a line whose object is gone, so a
+/// tester sees what to re-record.
+inline void reportStaleLine(const QObject* object, const QString& signal, const QStringList& args)
+{
+    const int id = AQObjects::find(object);
+    const QString name = AQObjects::getObjectInstanceName(id);
+    const QObject* parent = AQObjects::getParentObjectPtr(id);
+    const QString parentName = parent ? AQObjects::getObjectInstanceName(AQObjects::find(parent)) : name;
+    const QString head = QStringLiteral("QtSignal %1 %2 %3").arg(parentName.isEmpty() ? name : parentName, name, signal);
+    AQScripts::addNeedFixedScriptOperation(parentName, name,
+                                           AQScripts::buildLines(head, args, &AQScripts::encodeArgument)
+                                               .join(QLatin1Char('\n')));
+}
+
+/// Reads a decimal argument; @p ok tells whether it was one.
+inline int toInt(const QString& text, bool* ok = nullptr)
+{
+    return text.toInt(ok, 10);
+}
+
+/// Section of a header named @p text in a record: the first of @p count
+/// sections whose header text equals it, else @p text read as a number,
+/// else -1. Table wrappers name rows and columns this way so that a script
+/// survives a change of column order.
+inline int findSection(int count, const std::function<QString(int)>& headerText, const QString& text)
+{
+    for (int section = 0; section < count; ++section) {
+        if (headerText(section) == text)
+            return section;
+    }
+    bool ok = false;
+    const int number = toInt(text, &ok);
+    return ok ? number : -1;
 }
 
 template <typename Signal>

@@ -1,8 +1,13 @@
 #include "ASignalLog.h"
 
+#include <QAction>
 #include <QColor>
+#include <QListWidgetItem>
 #include <QMetaMethod>
+#include <QModelIndex>
 #include <QPoint>
+#include <QTableWidgetItem>
+#include <QTreeWidgetItem>
 #include <QVariant>
 
 namespace {
@@ -12,11 +17,37 @@ bool isApplicationSignal(const QMetaMethod& method)
     if (method.methodType() != QMetaMethod::Signal)
         return false;
     const QByteArray name = method.name();
-    return name.size() > 1 && name.at(0) == 'A' && (QChar::isUpper(uint(name.at(1))) || name.at(1) == 'v');
+    // Some wrappers keep Qt's lower-case letter after the "A" (AvalueChanged,
+    // AtabBarClicked); Qt's own signals never start with a capital.
+    return name.size() > 1 && name.at(0) == 'A' && QChar::isLetter(uint(name.at(1)));
 }
 
-QString argumentText(int type, void* data)
+template <typename Item>
+QString itemText(void* data, QString (Item::*text)() const)
 {
+    const Item* item = *static_cast<Item**>(data);
+    return item ? (item->*text)() : QStringLiteral("null");
+}
+
+QString argumentText(const QByteArray& typeName, int type, void* data)
+{
+    // Items, actions and indexes are logged by their texts.
+    if (typeName == "QModelIndex") {
+        const auto* index = static_cast<const QModelIndex*>(data);
+        return index->isValid() ? index->data().toString() : QStringLiteral("invalid");
+    }
+    if (typeName == "QAction*")
+        return itemText<QAction>(data, &QAction::text);
+    if (typeName == "QListWidgetItem*")
+        return itemText<QListWidgetItem>(data, &QListWidgetItem::text);
+    if (typeName == "QTableWidgetItem*")
+        return itemText<QTableWidgetItem>(data, &QTableWidgetItem::text);
+    if (typeName == "QTreeWidgetItem*") {
+        const auto* item = *static_cast<QTreeWidgetItem**>(data);
+        return item ? item->text(0) : QStringLiteral("null");
+    }
+    if (typeName.startsWith("QList<"))
+        return QString::number(static_cast<const QList<void*>*>(data)->size());
     const QVariant value(type, data);
     if (type == QMetaType::QColor)
         return value.value<QColor>().name();
@@ -65,7 +96,7 @@ int ASignalLog::qt_metacall(QMetaObject::Call call, int id, void** args)
         const QMetaMethod signal = from->metaObject()->method(senderSignalIndex());
         QStringList texts;
         for (int i = 0; i < signal.parameterCount(); ++i)
-            texts << argumentText(signal.parameterType(i), args[i + 1]);
+            texts << argumentText(signal.parameterTypes().at(i), signal.parameterType(i), args[i + 1]);
         m_entries << QStringLiteral("%1:%2(%3)")
                          .arg(from->objectName(), QString::fromLatin1(signal.name()), texts.join(QLatin1Char(',')));
     }
