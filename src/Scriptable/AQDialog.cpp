@@ -2,13 +2,12 @@
 
 #include "Script/AQObjects.h"
 #include "Script/AQScriptBackend.h"
-#include "Script/AQScriptEngine_p.h"
 #include "Script/AQScripts.h"
+#include "Scriptable/AQWrapperSupport_p.h"
 #include "Settings/AQSettings.h"
 
 #include <QChildEvent>
 #include <QCloseEvent>
-#include <QPointer>
 
 namespace QtUIBase {
 
@@ -79,34 +78,10 @@ int AQDialog::exec()
     if (!AQIsScriptReplayActive())
         return QDialog::exec();
 
-    setWindowModality(Qt::ApplicationModal);
-    AQScripts::forceRecordingAllowed(true);
-    show();
     connect(this, &QDialog::finished, this, &AQDialog::processDialogFinished, Qt::UniqueConnection);
     m_finished = false;
-
-    // A replayed line may delete the dialog; the guard notices.
-    const QPointer<AQDialog> self(this);
-    while (self && !m_finished) {
-        // A stopped replay closes the script, so the next read comes back
-        // empty; testing the state as well keeps a host engine from spinning.
-        if (!AQIsScriptReplayActive() || !processNextScriptCommand())
-            break;
-        Pvt::pauseAfterCommand();
-    }
-    if (!self)
-        return 1;
-    if (m_finished)
-        return m_result;
-    if (AQIsScriptRecordActive())
-        return QDialog::exec();
-
-    m_result = 1;
-    const QString note = QStringLiteral("erro info:") + objectName()
-        + QStringLiteral(" dialog can not execute success and force to close just for next line script");
-    AQCloseJrlScriptFile(QStringLiteral("<font color=red>%1").arg(note));
-    hide();
-    return m_result;
+    return Wrapper::execDuringReplay(
+        this, m_finished, m_result, [this] { return processNextScriptCommand(); }, [this] { return QDialog::exec(); });
 }
 
 void AQDialog::accept()

@@ -13,7 +13,7 @@ const QString EmptyHeaderName = QStringLiteral("TempName");
 
 bool isUserCheckable(const QTableWidgetItem* item)
 {
-    return item->flags() & Qt::ItemIsUserCheckable;
+    return showsUserCheckBox(item->flags(), item->data(Qt::CheckStateRole));
 }
 } // namespace
 

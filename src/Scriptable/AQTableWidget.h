@@ -37,7 +37,8 @@ namespace QtUIBase {
  * | "contextMenuRequested"       | x, y                                   | any context menu request (*)           |
  *
  * (*) only tables built with the (name, parent, scriptable) constructor.
- * The check state ("0", "1", "2") is written for user-checkable items. The
+ * The check state ("0", "1", "2") is written for items that show a check
+ * box the user can click. The
  * listener flags are set once something connects to the A signal and never
  * cleared; a listener of ACellClicked also makes item double clicks
  * recorded. Application signals follow with recording suppressed, except

@@ -13,8 +13,14 @@
 #include <QMetaMethod>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 #include <functional>
+
+class QAbstractItemModel;
+class QDialog;
+class QModelIndex;
+class QWidget;
 
 #include <utility>
 
@@ -63,6 +69,20 @@ inline void reportStaleLine(const QObject* object, const QString& signal, const 
     AQScripts::addNeedFixedScriptOperation(parentName, name,
                                            AQScripts::buildLines(head, args, &AQScripts::encodeArgument)
                                                .join(QLatin1Char('\n')));
+}
+
+/// A recorded fill-in that names a choice @p object no longer offers.
+inline void reportStaleFillin(const QObject* object, const QString& value)
+{
+    AQScripts::addNeedFixedScriptOperation(QString(), object->objectName(), QStringLiteral("QtFillin ") + value);
+}
+
+/// Whether an item shows a check box the user can click: Qt gives table
+/// and list items the user-checkable flag by default, but only items with
+/// a check state draw the box.
+inline bool showsUserCheckBox(Qt::ItemFlags flags, const QVariant& checkState)
+{
+    return flags.testFlag(Qt::ItemIsUserCheckable) && checkState.isValid();
 }
 
 /// Reads a decimal argument; @p ok tells whether it was one.
@@ -146,6 +166,45 @@ void replaySpinValue(Box* box, const QString& signal, const QStringList& args, R
             report(before);
     });
 }
+
+/// The replay half of a modal dialog's exec(): shows @p dialog
+/// application-modal and replays the following script commands through
+/// @p next until the dialog finishes (its finished() handler sets
+/// @p finished and @p result). When the script runs out first, the dialog
+/// runs interactively (@p runInteractively) while a recording is active;
+/// otherwise the journal gets a note and the dialog is hidden, answering 1,
+/// so nothing waits for a person. A replayed line may delete the dialog:
+/// the answer is then 1.
+int execDuringReplay(QDialog* dialog, const bool& finished, const int& result, const std::function<bool()>& next,
+                     const std::function<int()>& runInteractively);
+
+/// The folder of the script being recorded or replayed ("" when none).
+QString scriptFolder();
+/// @p path relative to the script's folder when it lies inside it, so a
+/// recorded session replays from another checkout; other paths unchanged.
+QString toScriptRelative(const QString& path);
+/// A path read from a script: relative ones are taken from the folder of
+/// the script being replayed.
+QString fromScriptRelative(const QString& path);
+
+/// The one place where wrappers tell the user about a failure. During a
+/// replay nobody is there to answer a box: the text goes to the journal and
+/// the fixed-script report instead.
+void showError(QWidget* parent, const QString& text);
+
+/// Item path of @p index: the column-0 display texts from the top level
+/// down to its row, joined by "|", so a script survives a re-sort.
+QString itemPath(const QModelIndex& index);
+/// The row named by an item path (column 0), or an invalid index: at each
+/// level the first child whose text equals the part.
+QModelIndex findItemPath(const QAbstractItemModel* model, const QString& path);
+/// Writes the items of @p model as indented text lines into "DumpRecord"
+/// (while recording) or "DumpReplay" (while replaying) beside the script,
+/// named "<name>_<record or replay count>_<n>.txt" with n counting the
+/// dumps of @p name in this run; @p isExpanded marks expanded rows. Does
+/// nothing outside a recording or replay.
+void dumpItems(const QString& name, const QAbstractItemModel* model,
+               const std::function<bool(const QModelIndex&)>& isExpanded);
 
 } // namespace Wrapper
 } // namespace QtUIBase
