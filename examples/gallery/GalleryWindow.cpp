@@ -2,12 +2,19 @@
 
 #include "ButtonsValuesPage.h"
 #include "ChartPage.h"
+#include "ContainersPage.h"
+#include "FilesPage.h"
+#include "ListsPage.h"
+#include "MenusWizardPage.h"
+#include "TablesPage.h"
+#include "TreesPage.h"
 #include "PreferencesDialog.h"
 
 #include <Script/AQObjects.h>
 #include <Script/AQScriptBackend.h>
 #include <Script/AQScriptEngine.h>
 #include <Script/AQScriptingDialog.h>
+#include <Scriptable/AQTabWidget.h>
 #include <Settings/AQSettings.h>
 
 #include <QAction>
@@ -49,10 +56,16 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     : MainWindow(QStringLiteral("Gallery"), parent)
 {
     setWindowTitle(tr("Orvex widget gallery"));
-    m_tabs = new QTabWidget(this);
-    m_tabs->setObjectName(QStringLiteral("pages"));
+    // Scriptable: switching pages is recorded ("pages currentChanged <tab>").
+    m_tabs = new AQTabWidget(QStringLiteral("pages"), this, true);
     m_tabs->addTab(new ButtonsValuesPage(m_tabs), tr("Buttons and values"));
     m_tabs->addTab(new ChartPage(m_tabs), tr("Chart"));
+    m_tabs->addTab(new ContainersPage(m_tabs), tr("Containers"));
+    m_tabs->addTab(new MenusWizardPage(m_tabs), tr("Menus and wizard"));
+    m_tabs->addTab(new ListsPage(m_tabs), tr("Lists"));
+    m_tabs->addTab(new TablesPage(m_tabs), tr("Tables"));
+    m_tabs->addTab(new TreesPage(m_tabs), tr("Trees"));
+    m_tabs->addTab(new FilesPage(m_tabs), tr("Files"));
     setCentralWidget(m_tabs);
     buildMenus();
     statusBar()->showMessage(tr("Ready"));

@@ -4,7 +4,9 @@
 
 #include <QString>
 
-class QTabWidget;
+namespace QtUIBase {
+class AQTabWidget;
+}
 
 /**
  * The gallery's main window: one tab per family of the library's widgets,
@@ -47,5 +49,5 @@ private:
     void RestoreSettings(QSettings& settings) override;
     void SaveSettings(QSettings& settings) const override;
 
-    QTabWidget* m_tabs = nullptr;
+    QtUIBase::AQTabWidget* m_tabs = nullptr;
 };

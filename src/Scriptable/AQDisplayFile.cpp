@@ -63,7 +63,9 @@ AQDisplayFile::AQDisplayFile(const QString& name, QWidget* parent, bool scriptab
 bool AQDisplayFile::openFile(const QString& file)
 {
     QFile in(file);
-    if (!in.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    // Only plain files: a device or a pipe named by a script line would
+    // never end.
+    if (!QFileInfo(file).isFile() || !in.open(QIODevice::ReadOnly | QIODevice::Text)) {
         showError(this, tr("Unable to read file \"%1\"").arg(file));
         return false;
     }
