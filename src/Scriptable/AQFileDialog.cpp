@@ -41,6 +41,17 @@ QStringList nonEmpty(const QString& file)
     return file.isEmpty() ? QStringList() : QStringList{file};
 }
 
+using OneFileQuestion = QString (*)(QWidget*, const QString&, const QString&, const QString&, QString*,
+                                    QFileDialog::Options);
+
+/// getOpenFileName() and getSaveFileName(): one file or none.
+QString oneFile(OneFileQuestion ask, QWidget* parent, const QString& caption, const QString& dir,
+                const QString& filter, QString* selectedFilter, QFileDialog::Options options, bool record)
+{
+    return answer(record, [&] { return nonEmpty(ask(parent, caption, dir, filter, selectedFilter, options)); })
+        .value(0);
+}
+
 } // namespace
 
 AQFileDialog::AQFileDialog(const QString& name, QWidget* parent, const QString& caption, const QString& directory,
@@ -106,9 +117,7 @@ QStringList AQFileDialog::selectedFiles() const
 QString AQFileDialog::getOpenFileName(QWidget* parent, const QString& caption, const QString& dir,
                                       const QString& filter, QString* selectedFilter, Options options, bool record)
 {
-    return answer(record, [&] {
-               return nonEmpty(QFileDialog::getOpenFileName(parent, caption, dir, filter, selectedFilter, options));
-           }).value(0);
+    return oneFile(&QFileDialog::getOpenFileName, parent, caption, dir, filter, selectedFilter, options, record);
 }
 
 QStringList AQFileDialog::getOpenFileNames(QWidget* parent, const QString& caption, const QString& dir,
@@ -122,9 +131,7 @@ QStringList AQFileDialog::getOpenFileNames(QWidget* parent, const QString& capti
 QString AQFileDialog::getSaveFileName(QWidget* parent, const QString& caption, const QString& dir,
                                       const QString& filter, QString* selectedFilter, Options options, bool record)
 {
-    return answer(record, [&] {
-               return nonEmpty(QFileDialog::getSaveFileName(parent, caption, dir, filter, selectedFilter, options));
-           }).value(0);
+    return oneFile(&QFileDialog::getSaveFileName, parent, caption, dir, filter, selectedFilter, options, record);
 }
 
 QString AQFileDialog::getExistingDirectory(QWidget* parent, const QString& caption, const QString& dir,

@@ -31,16 +31,9 @@ void AQTableView::connectNotify(const QMetaMethod& signal)
 
 void AQTableView::setSelectionModel(QItemSelectionModel* selectionModel)
 {
-    for (const QMetaObject::Connection& connection : qAsConst(m_selectionConnections))
-        disconnect(connection);
-    m_selectionConnections.clear();
     QTableView::setSelectionModel(selectionModel);
-    if (!m_scriptable || !selectionModel)
-        return;
-    m_selectionConnections << connect(selectionModel, &QItemSelectionModel::currentChanged, this,
-                                      &AQTableView::handleCurrentChangedSignal)
-                           << connect(selectionModel, &QItemSelectionModel::selectionChanged, this,
-                                      &AQTableView::handleSelectionChangedSignal);
+    watchSelectionModel(this, m_selectionConnections, selectionModel, m_scriptable,
+                        &AQTableView::handleCurrentChangedSignal, &AQTableView::handleSelectionChangedSignal);
 }
 
 QString AQTableView::headerText(Qt::Orientation orientation, int section) const

@@ -34,16 +34,9 @@ void AQTreeView::connectNotify(const QMetaMethod& signal)
 
 void AQTreeView::setSelectionModel(QItemSelectionModel* selectionModel)
 {
-    for (const QMetaObject::Connection& connection : qAsConst(m_selectionConnections))
-        disconnect(connection);
-    m_selectionConnections.clear();
     QTreeView::setSelectionModel(selectionModel);
-    if (!m_scriptable || !selectionModel)
-        return;
-    m_selectionConnections << connect(selectionModel, &QItemSelectionModel::currentChanged, this,
-                                      &AQTreeView::handleCurrentChangedSignal)
-                           << connect(selectionModel, &QItemSelectionModel::selectionChanged, this,
-                                      &AQTreeView::handleSelectionChangedSignal);
+    watchSelectionModel(this, m_selectionConnections, selectionModel, m_scriptable,
+                        &AQTreeView::handleCurrentChangedSignal, &AQTreeView::handleSelectionChangedSignal);
 }
 
 void AQTreeView::outPutAllChildren() const

@@ -10,10 +10,12 @@
 #include "Scriptable/AQScriptableLineEdit.h"
 
 #include <QCheckBox>
+#include <QItemSelectionModel>
 #include <QMetaMethod>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVector>
 
 #include <functional>
 
@@ -165,6 +167,23 @@ void replaySpinValue(Box* box, const QString& signal, const QStringList& args, R
         if (box->value() == before)
             report(before);
     });
+}
+
+/// Points a view's current-cell and selection handlers at the selection
+/// model it has now (none when @p record is false), dropping those made to
+/// its former one. Views record through their own handlers, not through a
+/// scriptable selection model.
+template <typename View>
+void watchSelectionModel(View* view, QVector<QMetaObject::Connection>& connections, QItemSelectionModel* model,
+                         bool record, void (View::*current)(const QModelIndex&), void (View::*selection)())
+{
+    for (const QMetaObject::Connection& connection : qAsConst(connections))
+        QObject::disconnect(connection);
+    connections.clear();
+    if (!record || !model)
+        return;
+    connections << QObject::connect(model, &QItemSelectionModel::currentChanged, view, current)
+                << QObject::connect(model, &QItemSelectionModel::selectionChanged, view, selection);
 }
 
 /// The replay half of a modal dialog's exec(): shows @p dialog
