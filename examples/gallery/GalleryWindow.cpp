@@ -9,6 +9,7 @@
 #include "TablesPage.h"
 #include "TreesPage.h"
 #include "PreferencesDialog.h"
+#include "UnitsPage.h"
 
 #include <Script/AQObjects.h>
 #include <Script/AQScriptBackend.h>
@@ -66,6 +67,7 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     m_tabs->addTab(new TablesPage(m_tabs), tr("Tables"));
     m_tabs->addTab(new TreesPage(m_tabs), tr("Trees"));
     m_tabs->addTab(new FilesPage(m_tabs), tr("Files"));
+    m_tabs->addTab(new UnitsPage(m_tabs), tr("Units and panels"));
     setCentralWidget(m_tabs);
     buildMenus();
     statusBar()->showMessage(tr("Ready"));

@@ -18,13 +18,13 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
+#include <utility>
 
 class QAbstractItemModel;
 class QDialog;
 class QModelIndex;
 class QWidget;
-
-#include <utility>
 
 namespace QtUIBase {
 namespace Wrapper {
@@ -121,6 +121,22 @@ inline QString trueFalse(bool on) { return on ? QStringLiteral("true") : QString
 inline QStringList onOrNothing(bool on) { return on ? QStringList{QStringLiteral("on")} : QStringList(); }
 inline QString decimal(int value) { return QString::number(value); }
 inline QString shortDouble(double value) { return QString::number(value, 'g', 6); }
+
+/// The decimal integers of a replayed record when it has exactly @p count
+/// arguments and each is one; nothing otherwise, and the record is ignored.
+inline std::optional<QVector<int>> decimals(const QStringList& args, int count)
+{
+    if (args.size() != count)
+        return std::nullopt;
+    QVector<int> values;
+    for (const QString& word : args) {
+        bool ok = false;
+        values.append(toInt(word, &ok));
+        if (!ok)
+            return std::nullopt;
+    }
+    return values;
+}
 
 /// Replay of the two check-box wrappers: "clicked" sets the box checked
 /// for "true" and unchecked for any other word and reports the click;

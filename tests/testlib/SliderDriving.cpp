@@ -34,13 +34,23 @@ void dragSlider(QSlider* slider, int distance)
 
 void dragSlider(QSlider* slider, const QList<int>& offsets)
 {
-    const QPoint start = sliderHandle(slider).center();
-    QTest::mousePress(slider, Qt::LeftButton, {}, start);
-    for (const int dx : offsets) {
-        const QPoint at = start + QPoint(dx, 0);
+    QList<QPoint> points;
+    for (const int dx : offsets)
+        points << QPoint(dx, 0);
+    dragWidget(slider, sliderHandle(slider).center(), points);
+}
+
+void dragWidget(QWidget* widget, const QPoint& start, const QList<QPoint>& offsets)
+{
+    const QPoint globalStart = widget->mapToGlobal(start);
+    QTest::mousePress(widget, Qt::LeftButton, {}, start);
+    for (const QPoint& offset : offsets) {
+        const QPoint global = globalStart + offset;
         // QTest's moves carry no pressed button; a drag needs it.
-        QMouseEvent move(QEvent::MouseMove, at, slider->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(slider, &move);
+        QMouseEvent move(QEvent::MouseMove, widget->mapFromGlobal(global), global, Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(widget, &move);
     }
-    QTest::mouseRelease(slider, Qt::LeftButton, {}, start + QPoint(offsets.isEmpty() ? 0 : offsets.last(), 0));
+    const QPoint end = globalStart + (offsets.isEmpty() ? QPoint() : offsets.last());
+    QTest::mouseRelease(widget, Qt::LeftButton, {}, widget->mapFromGlobal(end));
 }
