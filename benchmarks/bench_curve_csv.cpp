@@ -8,6 +8,8 @@
 #include "Widget/Chart/OrvexCurveGroup.h"
 #include "Widget/Chart/OrvexCurveManager.h"
 
+#include "RatioReporter.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
@@ -211,52 +213,21 @@ void BM_QFileWriteSameBytes(benchmark::State& state, Flavour flavour)
 }
 BENCHMARK_CAPTURE(BM_QFileWriteSameBytes, comma, Flavour::Comma)->Unit(benchmark::kMillisecond);
 
-// Prints "a / b" for the pairs the file formats are held to.
-class RatioReporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs) {
-            if (!run.error_occurred && run.run_type == Run::RT_Iteration)
-                m_times[run.run_name.function_name] = run.GetAdjustedRealTime();
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    void Finalize() override
-    {
-        ConsoleReporter::Finalize();
-        std::printf("\nratios (lower is better):\n");
-        for (const char* flavour : {"comma", "blank"}) {
-            const std::string suffix = std::string("/") + flavour;
-            ratio("BM_CsvImport" + suffix, "BM_QFileSplitToDouble" + suffix, "at most 1.5");
-            ratio("BM_CsvExport" + suffix, "BM_QFileArgWrite" + suffix, "at most 1.5");
-        }
-        ratio("BM_CsvImport/comma", "BM_PythonCsvModule", "below 1");
-        ratio("BM_CsvExport/comma", "BM_QFileWriteSameBytes/comma", "the bare write, for scale");
-    }
-
-private:
-    void ratio(const std::string& a, const std::string& b, const char* goal)
-    {
-        const auto ta = m_times.find(a);
-        const auto tb = m_times.find(b);
-        if (ta == m_times.end() || tb == m_times.end() || tb->second <= 0)
-            return;
-        std::printf("  %-20s / %-28s %6.3f  (%s)\n", a.c_str(), b.c_str(), ta->second / tb->second, goal);
-    }
-
-    std::map<std::string, double> m_times;
-};
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    RatioReporter reporter;
+    // The pairs the file formats are held to.
+    std::vector<RatioReporter::Ratio> ratios;
+    for (const std::string flavour : {"/comma", "/blank"}) {
+        ratios.push_back({"BM_CsvImport" + flavour, "BM_QFileSplitToDouble" + flavour, "at most 1.5"});
+        ratios.push_back({"BM_CsvExport" + flavour, "BM_QFileArgWrite" + flavour, "at most 1.5"});
+    }
+    ratios.push_back({"BM_CsvImport/comma", "BM_PythonCsvModule", "below 1"});
+    ratios.push_back({"BM_CsvExport/comma", "BM_QFileWriteSameBytes/comma", "the bare write, for scale"});
+    RatioReporter reporter(std::move(ratios));
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;
