@@ -107,7 +107,14 @@ private:
             ++m_parser.m_depth;
         }
         ~Nesting() { --m_parser.m_depth; }
-        bool tooDeep() const { return m_parser.m_depth > MaxExpressionNesting; }
+        /// True, and the expression failed, past the deepest nesting allowed.
+        bool tooDeep() const
+        {
+            if (m_parser.m_depth <= MaxExpressionNesting)
+                return false;
+            m_parser.fail("expression nested too deeply");
+            return true;
+        }
 
     private:
         Parser& m_parser;
@@ -209,21 +216,24 @@ private:
         return true;
     }
 
-    bool unary(Value& value)
+    bool isSign() const { return m_token == Token::Minus || m_token == Token::Plus; }
+
+    /// A sign before what @p operand reads; each sign nests one level.
+    bool signedOperand(Value& value, bool (Parser::*operand)(Value&))
     {
-        if (m_token != Token::Minus && m_token != Token::Plus)
-            return power(value);
         const bool minus = m_token == Token::Minus;
         const Nesting nesting(*this);
         if (nesting.tooDeep())
-            return fail("expression nested too deeply");
+            return false;
         next();
-        if (!unary(value))
+        if (!(this->*operand)(value))
             return false;
         if (minus)
             value.number = -value.number;
         return true;
     }
+
+    bool unary(Value& value) { return isSign() ? signedOperand(value, &Parser::unary) : power(value); }
 
     bool power(Value& value)
     {
@@ -238,18 +248,10 @@ private:
 
     bool exponent(Value& value)
     {
-        const Nesting nesting(*this);
+        const Nesting nesting(*this); // "2^2^2..." nests as deeply as parentheses
         if (nesting.tooDeep())
-            return fail("expression nested too deeply");
-        if (m_token != Token::Minus && m_token != Token::Plus)
-            return power(value);
-        const bool minus = m_token == Token::Minus;
-        next();
-        if (!exponent(value))
             return false;
-        if (minus)
-            value.number = -value.number;
-        return true;
+        return isSign() ? signedOperand(value, &Parser::exponent) : power(value);
     }
 
     bool primary(Value& value)
@@ -270,7 +272,7 @@ private:
         case Token::Open: {
             const Nesting nesting(*this);
             if (nesting.tooDeep())
-                return fail("expression nested too deeply");
+                return false;
             next();
             if (!sum(value))
                 return false;
