@@ -19,7 +19,8 @@ namespace Gui::Widget {
  * The mark lies over its slider (it is the slider's child), follows its
  * size and range, is not drawn while its value is outside the range, and
  * lets every mouse event through to the slider. Several marks may share a
- * slider. Display only: nothing is recorded.
+ * slider. Defaults: the value is the slider's minimum at construction.
+ * Display only: nothing is recorded.
  */
 class ORVEXQTUIBASE_EXPORT QTrackMark : public QWidget
 {
