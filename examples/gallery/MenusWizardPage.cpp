@@ -70,7 +70,7 @@ void MenusWizardPage::buildMenuBar()
     auto* model = new AQMenu(QStringLiteral("modelMenu"), tr("Model"), this, true);
     model->addAction(QStringLiteral("addPortAction"), tr("Add port"));
     model->addAction(QStringLiteral("removePortAction"), tr("Remove port"));
-    AQMenu* units = model->addMenu(tr("Units"));
+    AQMenu* units = model->addMenu(tr("Length unit"));
     for (const QString& unit : {tr("mm"), tr("mil")})
         units->addAction(unit);
     bar->addAQMenu(model);
