@@ -4,6 +4,7 @@
 #include "ChartPage.h"
 #include "ContainersPage.h"
 #include "FilesPage.h"
+#include "FilterTablePage.h"
 #include "ListsPage.h"
 #include "MenusWizardPage.h"
 #include "TablesPage.h"
@@ -68,6 +69,7 @@ GalleryWindow::GalleryWindow(QWidget* parent)
     m_tabs->addTab(new TreesPage(m_tabs), tr("Trees"));
     m_tabs->addTab(new FilesPage(m_tabs), tr("Files"));
     m_tabs->addTab(new UnitsPage(m_tabs), tr("Units and panels"));
+    m_tabs->addTab(new FilterTablePage(m_tabs), tr("Filter table"));
     setCentralWidget(m_tabs);
     buildMenus();
     statusBar()->showMessage(tr("Ready"));

@@ -165,8 +165,11 @@ void AQFilterHeaderView::horizontalScrollChanged(int)
 
 QString AQFilterHeaderView::patternFor(const QString& text, int kind) const
 {
-    if (kind != Text)
-        return text;
+    return kind == Text ? textPattern(text) : text;
+}
+
+QString AQFilterHeaderView::textPattern(const QString& text)
+{
     QString pattern = QLatin1Char('^') + text + QLatin1Char('$');
     pattern.replace(QLatin1Char('?'), QLatin1String(".{1,1}"));
     pattern.replace(QLatin1Char('*'), QLatin1String(".*"));

@@ -75,6 +75,9 @@ public:
 
     QSize sizeHint() const override;
 
+    /// The pattern of typed text @p text in a Text column (see class comment).
+    static QString textPattern(const QString& text);
+
 Q_SIGNALS:
     void filterChanged(int column, const QString& pattern);
 

@@ -52,9 +52,17 @@ void AQSortMultiFilterProxyModel::setSourceModel(QAbstractItemModel* model)
 
 void AQSortMultiFilterProxyModel::sort(int column, Qt::SortOrder order)
 {
-    if (column >= 0)
+    const QAbstractItemModel* source = sourceModel();
+    if (column >= 0 && source && worthRanking(rowCount(), source->rowCount()))
         m_sortKeys->rankAll(column, sortRole());
     QSortFilterProxyModel::sort(column, order);
+}
+
+bool AQSortMultiFilterProxyModel::worthRanking(int sortedRows, int sourceRows)
+{
+    // Ranking reads and sorts every source row; a sort of a few shown rows
+    // is cheaper with the keys of those rows alone.
+    return sortedRows >= 1024 && sortedRows * 4 >= sourceRows;
 }
 
 double AQSortMultiFilterProxyModel::trunc(double value, int precision, char format)
@@ -123,7 +131,7 @@ void AQSortMultiFilterProxyModel::applyFilters()
         return;
     }
     // The rebuilt mapping is sorted afresh.
-    if (sortColumn() >= 0)
+    if (sortColumn() >= 0 && worthRanking(m_rows->acceptedCount(), source->rowCount()))
         m_sortKeys->rankAll(sortColumn(), sortRole());
     invalidate();
 }

@@ -100,6 +100,8 @@ protected:
     void applyFilters();
 
 private:
+    static bool worthRanking(int sortedRows, int sourceRows);
+
     int m_patternSyntax;
     QMap<int, QString> m_filters;
     QMap<int, QString> m_savedFilters;

@@ -118,6 +118,7 @@ int RowFilterCache::refresh(int role)
     m_accepted.resize(std::size_t(m_rows));
     combine(0, m_rows - 1);
     m_valid = true;
+    m_acceptedCount = int(std::count(m_accepted.begin(), m_accepted.end(), std::uint8_t(1)));
     if (!comparable)
         return -1;
     int runs = 0;

@@ -36,6 +36,8 @@ public:
     /// how many runs of consecutive rows it changed, or -1 when there was
     /// no earlier acceptance to compare with.
     int refresh(int role);
+    /// How many top-level rows the last refresh() accepted.
+    int acceptedCount() const { return m_acceptedCount; }
     /// Acceptance of top-level @p row (refreshed first when out of date).
     bool accepts(int row, int role);
     /// Tests any row, e.g. under a nested parent, reading its cells afresh.
@@ -79,6 +81,7 @@ private:
     bool m_valid = false;
     int m_role = -1;
     int m_rows = 0;
+    int m_acceptedCount = 0;
 };
 
 } // namespace FilterSupport

@@ -340,8 +340,17 @@ private Q_SLOTS:
         OrvexSortFilterProxyModel orvex;
         orvex.setSourceModel(model);
         if (sorted) {
+            // A fresh sort is exactly the stable sort of the source order.
             proxy.sort(0);
             orvex.sort(1);
+            QStringList expected;
+            for (int r = 0; r < rows; ++r)
+                expected << QString::number(r);
+            std::stable_sort(expected.begin(), expected.end(), [&](const QString& a, const QString& b) {
+                return FilterOracle::naturalLessThan(model->index(a.toInt(), 0).data().toString(),
+                                                     model->index(b.toInt(), 0).data().toString());
+            });
+            QCOMPARE(sourceRows(proxy), expected);
         }
         QMap<int, QString> filters;
         for (int step = 0; step < 40; ++step) {
