@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModel>
 #include <QPointF>
+#include <QStandardItemModel>
 #include <QStringList>
 
 namespace FilterOracle {
@@ -20,18 +21,11 @@ bool conditionsPass(const QVariant& value, const QString& filter, bool integer)
         QRegExp rx(QStringLiteral("([<>=])(.*)"));
         if (rx.indexIn(part) < 0)
             continue;
-        const QString op = rx.cap(1);
-        if (integer) {
-            const int v = value.toInt();
-            const int n = rx.cap(2).toInt(nullptr, 10);
-            if ((op == "=" && v != n) || (op == "<" && v >= n) || (op == ">" && v <= n))
-                return false;
-        } else {
-            const double v = value.toDouble();
-            const double n = rx.cap(2).toDouble();
-            if ((op == "=" && !(v == n)) || (op == "<" && v >= n) || (op == ">" && n >= v))
-                return false;
-        }
+        const QChar op = rx.cap(1).at(0);
+        const double v = integer ? value.toInt() : value.toDouble();
+        const double n = integer ? rx.cap(2).toInt(nullptr, 10) : rx.cap(2).toDouble();
+        if ((op == '=' && !(v == n)) || (op == '<' && v >= n) || (op == '>' && n >= v))
+            return false;
     }
     return true;
 }
@@ -40,13 +34,10 @@ bool regionPasses(const QVariant& value, const QString& filter)
 {
     QRegExp rx(QStringLiteral("([+-]?(\\d*\\.)?\\d+)"));
     double n[4];
-    int pos = 0;
-    for (double& x : n) {
-        pos = rx.indexIn(filter, pos);
-        if (pos < 0)
+    for (int i = 0, pos = 0; i < 4; ++i, pos += rx.matchedLength()) {
+        if ((pos = rx.indexIn(filter, pos)) < 0)
             return true;
-        x = rx.cap(1).toDouble();
-        pos += rx.matchedLength();
+        n[i] = rx.cap(1).toDouble();
     }
     const QPointF p = value.toPointF();
     return !(n[0] > p.x() || n[1] > p.y() || p.x() > n[2] || p.y() > n[3]);
@@ -56,18 +47,13 @@ QStringList pieces(const QString& s)
 {
     QStringList list;
     QRegExp digits(QStringLiteral("\\d+"));
-    int pos = 0;
     int textStart = 0;
-    while ((pos = digits.indexIn(s, pos)) != -1) {
+    for (int pos = 0; (pos = digits.indexIn(s, pos)) != -1; textStart = pos += digits.matchedLength())
         list << s.mid(textStart, pos - textStart) << digits.cap(0);
-        pos += digits.matchedLength();
-        textStart = pos;
-    }
     if (textStart < s.size())
         list << s.mid(textStart);
     bool readsAsNumber = false;
-    if (!list.isEmpty())
-        list.first().toUInt(&readsAsNumber);
+    list.value(0).toUInt(&readsAsNumber);
     if (!list.isEmpty() && !readsAsNumber)
         list.prepend(QStringLiteral("0"));
     return list;
@@ -81,23 +67,14 @@ bool multiAccepts(const QAbstractItemModel* model, int row, const QMap<int, QStr
         const QModelIndex index = model->index(row, it.key());
         if (!index.isValid() || it.value().isEmpty())
             continue;
-        bool ok = false;
-        int kind = model->headerData(it.key(), Qt::Horizontal, Qt::UserRole + 10).toInt(&ok);
-        kind = ok ? kind : 0;
+        const int kind = model->headerData(it.key(), Qt::Horizontal, Qt::UserRole + 10).toInt();
         const QVariant value = model->data(index, role);
         const QString& f = it.value();
-        bool pass = true;
-        if (kind == 0)
-            pass = textPasses(value, f, QRegExp::RegExp, Qt::CaseInsensitive);
-        else if (kind == 1 || kind == 2)
-            pass = conditionsPass(value, f, kind == 2);
-        else if (kind == 3)
-            pass = regionPasses(value, f);
-        else if (kind == 4)
-            pass = !((value.toBool() && f == "FAIL") || (!value.toBool() && f == "PASS"));
-        else if (kind == 5)
-            pass = !((value.toBool() && f == "OFF") || (!value.toBool() && f == "ON"));
-        if (!pass)
+        const bool truth = value.toBool();
+        if ((kind == 0 && !textPasses(value, f, QRegExp::RegExp, Qt::CaseInsensitive))
+            || ((kind == 1 || kind == 2) && !conditionsPass(value, f, kind == 2))
+            || (kind == 3 && !regionPasses(value, f)) || (kind == 4 && f == (truth ? "FAIL" : "PASS"))
+            || (kind == 5 && f == (truth ? "OFF" : "ON")))
             return false;
     }
     return true;
@@ -123,16 +100,37 @@ bool naturalLessThan(const QString& a, const QString& b)
     for (int i = 0; i < std::max(pa.size(), pb.size()); ++i) {
         const QString x = pa.value(i);
         const QString y = pb.value(i);
-        if (i % 2 == 0) {
-            const auto u = qint32(x.toUInt());
-            const auto v = qint32(y.toUInt());
-            if (u != v)
-                return u < v;
-        } else if (x != y) {
+        if (i % 2 == 0 && qint32(x.toUInt()) != qint32(y.toUInt()))
+            return qint32(x.toUInt()) < qint32(y.toUInt());
+        if (i % 2 == 1 && x != y)
             return x < y;
-        }
     }
     return false;
+}
+
+QStandardItemModel* table(const QList<int>& kinds, const QList<QVariantList>& rows, QObject* parent)
+{
+    auto* model = new QStandardItemModel(rows.size(), kinds.size(), parent);
+    for (int c = 0; c < kinds.size(); ++c) {
+        model->setHeaderData(c, Qt::Horizontal, kinds.at(c), Qt::DisplayRole);
+        model->setHeaderData(c, Qt::Horizontal, kinds.at(c), Qt::UserRole + 10);
+    }
+    for (int r = 0; r < rows.size(); ++r) {
+        for (int c = 0; c < kinds.size(); ++c)
+            model->setData(model->index(r, c), rows.at(r).value(c));
+    }
+    return model;
+}
+
+QStringList firstColumn(const QAbstractItemModel* model)
+{
+    QStringList texts;
+    for (int r = 0; r < model->rowCount(); ++r) {
+        const QVariant v = model->index(r, 0).data();
+        const QPointF p = v.toPointF();
+        texts << (v.type() == QVariant::PointF ? QStringLiteral("%1;%2").arg(p.x()).arg(p.y()) : v.toString());
+    }
+    return texts;
 }
 
 } // namespace FilterOracle

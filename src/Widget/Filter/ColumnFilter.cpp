@@ -291,23 +291,11 @@ bool ColumnFilter::acceptsPoint(const QPointF& p) const
 
 bool ColumnFilter::accepts(const QVariant& value) const
 {
-    switch (m_kind) {
-    case ValueKind::None:
+    if (m_kind == ValueKind::None)
         return true;
-    case ValueKind::Text: {
-        const QString text = value.toString();
-        return text.isEmpty() || acceptsTrimmed(text.trimmed());
-    }
-    case ValueKind::Real:
-        return acceptsReal(value.toDouble());
-    case ValueKind::Integer:
-        return acceptsInteger(value.toInt());
-    case ValueKind::Point:
-        return acceptsPoint(value.toPointF());
-    case ValueKind::Bool:
-        return acceptsTruth(value.toBool());
-    }
-    return true;
+    ColumnValues one; // read as a column's cells are, so both ways agree
+    one.assign(m_kind, value);
+    return accepts(one, 0);
 }
 
 bool ColumnFilter::accepts(const ColumnValues& values, int row) const
@@ -356,9 +344,22 @@ void ColumnValues::forEachVector(F&& f)
     }
 }
 
+void ColumnValues::assign(ValueKind kind, const QVariant& value)
+{
+    clear();
+    m_kind = kind;
+    m_rows = 1;
+    forEachVector([](auto& v) { v.resize(1); });
+    store(0, value);
+}
+
 void ColumnValues::read(const QAbstractItemModel* model, int column, int role, int row)
 {
-    const QVariant value = model->data(model->index(row, column), role);
+    store(row, model->data(model->index(row, column), role));
+}
+
+void ColumnValues::store(int row, const QVariant& value)
+{
     const auto at = std::size_t(row);
     switch (m_kind) {
     case ValueKind::Text: {

@@ -38,6 +38,8 @@ public:
     /// Makes room for @p count rows at @p first and reads them.
     void insert(const QAbstractItemModel* model, int column, int role, int first, int count);
     void remove(int first, int count);
+    /// Holds @p value alone, read as @p kind.
+    void assign(ValueKind kind, const QVariant& value);
 
     const QString& text(int row) const { return m_texts[std::size_t(row)]; }
     bool emptyCell(int row) const { return m_flags[std::size_t(row)] != 0; }
@@ -48,6 +50,7 @@ public:
 
 private:
     void read(const QAbstractItemModel* model, int column, int role, int row);
+    void store(int row, const QVariant& value);
     /// Runs @p f on each vector that holds this kind's values.
     template <typename F>
     void forEachVector(F&& f);
