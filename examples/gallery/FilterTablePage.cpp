@@ -130,7 +130,7 @@ FilterTablePage::FilterTablePage(QWidget* parent)
     m_model->publishKinds(false);
     m_header->setStretchLastSection(true);
     m_view->setColumnWidth(0, 150);
-    m_view->setColumnWidth(1, 140);
+    m_view->setColumnWidth(1, 150);
     m_view->setColumnWidth(3, 110);
     m_view->verticalHeader()->setDefaultSectionSize(22);
     // No sorting until a section is clicked: a million rows sort in a moment,
